@@ -1,0 +1,68 @@
+// The one place where the application opens modal dialogs (message boxes,
+// file and colour choosers). Tests switch it to recording with a
+// Dialogs::Recorder, so that nothing blocks in exec() and every box can be
+// checked for its exact title, text, icon and buttons.
+#ifndef DIALOGS_H
+#define DIALOGS_H
+
+#include <QColor>
+#include <QList>
+#include <QMessageBox>
+#include <QString>
+
+class QWidget;
+
+namespace Dialogs {
+
+struct Shown {
+    QString title;
+    QString text;
+    QMessageBox::Icon icon;
+    QMessageBox::StandardButtons buttons;
+};
+
+// Shows a modal message box and returns the button that closed it. Without a
+// widget application (the command-line modes) the text goes to stderr as one
+// line and the first of `buttons` is returned.
+QMessageBox::StandardButton message(QWidget* parent, QMessageBox::Icon icon, const QString& title,
+                                    const QString& text,
+                                    QMessageBox::StandardButtons buttons = QMessageBox::Ok);
+
+// QFileDialog::getSaveFileName; an empty result means cancelled.
+QString saveFileName(QWidget* parent, const QString& caption, const QString& dir, const QString& filter);
+// QFileDialog::getOpenFileName; an empty result means cancelled.
+QString openFileName(QWidget* parent, const QString& caption, const QString& dir, const QString& filter);
+// QColorDialog::getColor; an invalid colour means cancelled.
+QColor color(const QColor& initial, QWidget* parent, const QString& title);
+
+// While a Recorder lives, dialogs are recorded instead of shown, and answered
+// from its scripts: a message box takes the next queued button, or the first
+// of its buttons when none is queued; a file chooser takes the next queued
+// name, or "" (cancelled); a colour chooser the next queued colour, or an
+// invalid one. Recorders do not nest.
+class Recorder {
+public:
+    Recorder();
+    ~Recorder();
+    Recorder(const Recorder&) = delete;
+    Recorder& operator=(const Recorder&) = delete;
+
+    QList<Shown> shown;        // message boxes, in the order shown
+    QStringList fileRequests;  // captions of the file choosers asked
+    int colorRequests = 0;
+
+    void answer(QMessageBox::StandardButton button);
+    void answerFileName(const QString& name);
+    void answerColor(const QColor& colour);
+
+    // The texts of the recorded boxes, for compact assertions.
+    QStringList texts() const;
+
+    QList<QMessageBox::StandardButton> buttonAnswers;
+    QStringList fileAnswers;
+    QList<QColor> colorAnswers;
+};
+
+} // namespace Dialogs
+
+#endif // DIALOGS_H

@@ -1,0 +1,17 @@
+// Test helpers around the simulated unit.
+#ifndef SIMUNIT_H
+#define SIMUNIT_H
+
+#include "zuauxsim.h"
+
+#include <QString>
+#include <QStringList>
+
+// Puts the simulated unit into a known state for one test: the given profile,
+// no state file, live readings frozen at their profile values, empty trace.
+void resetUnit(const QString& profile = QStringLiteral("full"));
+
+// The trace lines that start with `prefix` (an operation name, or "Family_").
+QStringList callsTo(const QString& prefix);
+
+#endif // SIMUNIT_H
