@@ -1,0 +1,154 @@
+#include "tabBacklightDlg.h"
+
+#include <QTimer>
+
+using namespace Korvane;
+
+namespace
+{
+// The automatic backlight filter apart from the reject window, which the user
+// sets as "Sensitivity": four samples averaged, steps under 80 lux rejected,
+// and the light sensor choosing its range itself.
+const uint8_t averageWindowSize = 4;
+const uint32_t rejectDeltaInLux = 80;
+const LightsensorSamplingMode samplingMode = LIGHTSENSOR_AUTO_RANGE;
+} // namespace
+
+tabBacklightDlg::tabBacklightDlg(QWidget* parent)
+    : tabDlg(parent)
+{
+    ui.setupUi(this);
+    m_refreshTimer = new QTimer(this);
+    connect(m_refreshTimer, &QTimer::timeout, this, &tabBacklightDlg::refresh);
+    ui.groupBox_3->setTitle(tr("Button backlight dimming"));
+
+    connect(ui.sliderBacklightLevel, &QSlider::valueChanged, this, &tabBacklightDlg::backlightChange);
+    connect(ui.sliderSensitivity, &QSlider::valueChanged, this, &tabBacklightDlg::sensitivityChange);
+    connect(ui.checkBoxABLEnable, &QCheckBox::clicked, this, &tabBacklightDlg::enableClicked);
+    connect(ui.checkBoxLedDim, &QCheckBox::clicked, this, &tabBacklightDlg::ledDimClicked);
+}
+
+void tabBacklightDlg::showEvent(QShowEvent* event)
+{
+    tabDlg::showEvent(event);
+    m_refreshTimer->start(m_refreshInterval);
+    onShow();
+}
+
+void tabBacklightDlg::hideEvent(QHideEvent* event)
+{
+    m_refreshTimer->stop();
+    tabDlg::hideEvent(event);
+}
+
+void tabBacklightDlg::onShow()
+{
+    bool softTransitions = false;
+    double k = 0.0;
+    eErr err = Backlight_getAutomaticBLParams(m_backlight, &softTransitions, &k);
+    if (err != ERR_SUCCESS)
+        showError(err, "getAutomaticBLParams");
+    else
+        ui.checkBoxABLSoftTransitions->setChecked(softTransitions);
+
+    uint8_t averageWindow = 0;
+    uint8_t rejectWindow = 0;
+    uint32_t rejectDelta = 0;
+    LightsensorSamplingMode mode = LIGHTSENSOR_STANDARD_RANGE;
+    err = Backlight_getAutomaticBLFilter(m_backlight, &averageWindow, &rejectWindow, &rejectDelta, &mode);
+    if (err != ERR_SUCCESS)
+        showError(err, "getAutomaticBLFilter");
+    else
+        ui.sliderSensitivity->setValue(rejectWindow);
+
+    uint8_t running = 0;
+    err = Backlight_getAutomaticBLStatus(m_backlight, &running);
+    if (err != ERR_SUCCESS) {
+        showError(err, "getAutomaticBLStatus");
+    } else {
+        // The parameters are written when automatic backlight starts, so they
+        // stay greyed while it runs.
+        ui.checkBoxABLEnable->setChecked(running != 0);
+        ui.checkBoxABLSoftTransitions->setEnabled(running == 0);
+        ui.sliderSensitivity->setEnabled(running == 0);
+    }
+
+    ZuStatus dimming = ZU_DISABLED;
+    err = Backlight_getLedDimming(m_backlight, &dimming);
+    if (err != ERR_SUCCESS)
+        showError(err, "getLedDimming");
+    else
+        ui.checkBoxLedDim->setChecked(dimming == ZU_ENABLED);
+}
+
+void tabBacklightDlg::refresh()
+{
+    uint8_t intensity = 0;
+    const eErr err = Backlight_getIntensity(m_backlight, &intensity);
+    if (err == ERR_SUCCESS) {
+        if (intensity != m_lastIntensity) {
+            // Moving the slider writes the intensity straight back to the
+            // unit; harmless, and it keeps slider and hardware in step.
+            ui.sliderBacklightLevel->setValue(intensity);
+            ui.labelBLLevel->setText(QString::number(intensity));
+            m_lastIntensity = intensity;
+        }
+    } else if (err == ERR_NOT_SUPPORTED) {
+        ui.sliderBacklightLevel->hide();
+    } else {
+        ui.labelBLLevel->setText(QStringLiteral("0"));
+        showError(err, "getIntensity");
+        m_refreshTimer->stop();
+    }
+
+    ui.labelKLevel->setText(QString::number(ui.sliderSensitivity->value()));
+
+    bool hardwareOk = false;
+    const eErr statusErr = Backlight_getHWStatus(m_backlight, &hardwareOk);
+    if (statusErr == ERR_SUCCESS)
+        ui.label_hwstatus1->setText(
+            hardwareOk ? QStringLiteral("status: OK") : QStringLiteral("status: ERROR"));
+    else if (statusErr != ERR_NOT_SUPPORTED)
+        ui.label_hwstatus1->setText(QStringLiteral("Error: %1").arg(static_cast<int>(statusErr)));
+}
+
+void tabBacklightDlg::backlightChange(int value)
+{
+    ui.labelBLLevel->setText(QString::number(value));
+    showError(Backlight_setIntensity(m_backlight, static_cast<uint8_t>(value & 0xFF)), "setIntensity");
+}
+
+void tabBacklightDlg::sensitivityChange(int value)
+{
+    // Reaches the unit only when automatic backlight is switched on.
+    ui.labelKLevel->setText(QString::number(value));
+}
+
+void tabBacklightDlg::ledDimClicked(bool checked)
+{
+    showError(Backlight_setLedDimming(m_backlight, checked ? ZU_ENABLED : ZU_DISABLED), "setLedDimming");
+}
+
+void tabBacklightDlg::updateParam()
+{
+    showError(Backlight_setAutomaticBLParams(m_backlight, ui.checkBoxABLSoftTransitions->isChecked()),
+        "setAutomaticBLParams");
+    const auto rejectWindow = static_cast<uint8_t>(ui.sliderSensitivity->value() & 0xFF);
+    showError(Backlight_setAutomaticBLFilter(
+                  m_backlight, averageWindowSize, rejectWindow, rejectDeltaInLux, samplingMode),
+        "setAutomaticBLFilter");
+}
+
+void tabBacklightDlg::enableClicked(bool checked)
+{
+    if (checked) {
+        updateParam();
+        showError(Backlight_startAutomaticBL(m_backlight), "startAutomaticBL");
+    } else {
+        showError(Backlight_stopAutomaticBL(m_backlight), "stopAutomaticBL");
+    }
+    // Greyed even after a failed start: the check box still says "on", and
+    // the user unchecks it to get the parameters back.
+    ui.checkBoxABLSoftTransitions->setEnabled(!checked);
+    ui.sliderSensitivity->setEnabled(!checked);
+}

@@ -1,0 +1,41 @@
+// The "Display" page: backlight intensity, automatic backlight and button
+// backlight dimming.
+#ifndef TABBACKLIGHTDLG_H
+#define TABBACKLIGHTDLG_H
+
+#include "PageSupport.h"
+#include "ui_tabBacklightDlg.h"
+
+#include <cstdint>
+
+class QTimer;
+
+class tabBacklightDlg : public tabDlg
+{
+    Q_OBJECT
+public:
+    explicit tabBacklightDlg(QWidget* parent);
+
+public slots:
+    void backlightChange(int value);
+    void sensitivityChange(int value);
+    void refresh();
+    void enableClicked(bool checked);
+    void ledDimClicked(bool checked);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void onShow();
+    void updateParam();
+
+    Ui_tabBacklight ui;
+    BacklightRef m_backlight;
+    QTimer* m_refreshTimer;
+    int m_refreshInterval = 500;
+    uint8_t m_lastIntensity = 0;
+};
+
+#endif // TABBACKLIGHTDLG_H

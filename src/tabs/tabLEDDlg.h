@@ -1,0 +1,41 @@
+// The "Button backlight" page: blink signal, intensity, repetition and
+// start-up lighting of the front LED that backlights the buttons.
+#ifndef TABLEDDLG_H
+#define TABLEDDLG_H
+
+#include "PageSupport.h"
+#include "ui_tabLEDDlg.h"
+
+#include <cstdint>
+
+class tabLEDDlg : public tabDlg
+{
+    Q_OBJECT
+public:
+    explicit tabLEDDlg(QWidget* parent);
+
+public slots:
+    void buttonOffClicked();
+    void dropDownColorIndexChanged(int index);
+    void freqDutyCValueChanged(int value);
+    void pulsesValueChanged(int pulses);
+    void idleTimeValueChanged(int milliseconds);
+    void checkEnableLedOnStart(bool checked);
+    void buttonColorpickClicked();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void UpdateCustomColor();
+    Korvane::eErr writeSignal();
+    void switchedOn();
+
+    Ui_tabLED ui;
+    FrontLEDRef m_led;
+    bool m_ready = false;
+    bool m_ledOn = false;
+    Korvane::ZuAuxColor m_customColor = { 0, 0, 0 };
+};
+
+#endif // TABLEDDLG_H

@@ -1,0 +1,145 @@
+#include "tabLightSensorDlg.h"
+
+#include <QTimer>
+
+using namespace Korvane;
+
+namespace
+{
+QString notRunningText()
+{
+    return QStringLiteral("Light Sensor is not running");
+}
+
+LightsensorSamplingMode samplingModeOf(int comboIndex)
+{
+    switch (comboIndex) {
+    case 1:
+        return LIGHTSENSOR_EXTENDED_RANGE;
+    case 2:
+        return LIGHTSENSOR_AUTO_RANGE;
+    default:
+        return LIGHTSENSOR_STANDARD_RANGE;
+    }
+}
+} // namespace
+
+tabLightSensorDlg::tabLightSensorDlg(QWidget* parent)
+    : tabDlg(parent)
+{
+    ui.setupUi(this);
+    ui.comboBoxSamplingsMode->addItem(QStringLiteral("Standard range"));
+    ui.comboBoxSamplingsMode->addItem(QStringLiteral("Extended range"));
+    ui.comboBoxSamplingsMode->addItem(QStringLiteral("Auto range"));
+    m_updateTimer = new QTimer(this);
+    connect(m_updateTimer, &QTimer::timeout, this, &tabLightSensorDlg::updateIlluminance);
+    ui.editIlumination->setText(notRunningText());
+
+    connect(ui.pushButtonOn, &QPushButton::clicked, this, &tabLightSensorDlg::onClicked);
+}
+
+Korvane::eErr tabLightSensorDlg::startAverageCalc()
+{
+    return Lightsensor_startAverageCalc(m_sensor, static_cast<uint8_t>(ui.spinBoxAverageWndSize->value()),
+        static_cast<uint8_t>(ui.spinBoxRejectWndSize->value()),
+        static_cast<uint16_t>(ui.spinBoxRejectDelta->value()),
+        samplingModeOf(ui.comboBoxSamplingsMode->currentIndex()));
+}
+
+bool tabLightSensorDlg::start()
+{
+    const eErr err = startAverageCalc();
+    if (err != ERR_SUCCESS) {
+        showError(err, "startAverageCalc");
+        return false;
+    }
+    m_updateTimer->start(m_updateInterval);
+    return true;
+}
+
+void tabLightSensorDlg::stop()
+{
+    showError(Lightsensor_stopAverageCalc(m_sensor), "stopAverageCalc");
+    m_updateTimer->stop();
+    showSwitch(ui.pushButtonOn, false);
+    m_lastText = notRunningText();
+    ui.editIlumination->setText(m_lastText);
+}
+
+void tabLightSensorDlg::showEvent(QShowEvent* event)
+{
+    tabDlg::showEvent(event);
+    // A trial start tells whether the sensor is free: the automatic backlight
+    // holds it while it runs.
+    const eErr err = startAverageCalc();
+    if (err == ERR_SENSOR_BUSY) {
+        showSwitch(ui.pushButtonOn, false);
+        ui.pushButtonOn->setEnabled(false);
+        ui.pushButtonOn->setToolTip(QStringLiteral("Cannot be started when automatic backlight is running"));
+        // Worded to read as an explanation inside the usual error frame.
+        showError(err,
+            "startAverageCalc.\r\nThe light sensor cannot be started when automatic backlight is "
+            "running.\r\nError");
+    } else if (err == ERR_SUCCESS) {
+        ui.pushButtonOn->setEnabled(true);
+        ui.pushButtonOn->setToolTip(QString());
+        showError(Lightsensor_stopAverageCalc(m_sensor), "stopAverageCalc");
+        showSwitch(ui.pushButtonOn, start());
+    } else {
+        showSwitch(ui.pushButtonOn, false);
+        ui.pushButtonOn->setEnabled(false);
+        ui.pushButtonOn->setToolTip(QStringLiteral("Error: startAverageCalc"));
+        showError(err, "startAverageCalc");
+    }
+}
+
+void tabLightSensorDlg::hideEvent(QHideEvent* event)
+{
+    stop();
+    tabDlg::hideEvent(event);
+}
+
+void tabLightSensorDlg::onClicked(bool checked)
+{
+    if (!checked)
+        stop();
+    else
+        showSwitch(ui.pushButtonOn, start());
+}
+
+void tabLightSensorDlg::updateIlluminance()
+{
+    QString text;
+    uint16_t lux = 0;
+    const eErr luxErr = Lightsensor_getAverageIlluminance(m_sensor, &lux);
+    if (luxErr == ERR_SUCCESS) {
+        text = QStringLiteral("%1 Lux, ").arg(lux);
+    } else if (luxErr == ERR_NOT_SUPPORTED) {
+        ui.groupBoxLightsensor->hide();
+    } else {
+        showError(luxErr, "getIlluminance");
+        stop();
+        return;
+    }
+
+    uint8_t range = 0;
+    const eErr rangeErr = Lightsensor_getOperatingRange(m_sensor, &range);
+    if (rangeErr == ERR_SUCCESS) {
+        if (range == 0)
+            text += QStringLiteral("Range standard");
+        else if (range == 1)
+            text += QStringLiteral("Range extended");
+        else
+            text += QStringLiteral("Unknown range");
+    } else if (rangeErr != ERR_NOT_SUPPORTED) {
+        showError(rangeErr, "getOperatingRange");
+        stop();
+        return;
+    }
+
+    // Rewriting an unchanged text would reset the cursor and selection.
+    if (text != m_lastText) {
+        ui.editIlumination->setText(text);
+        m_lastText = text;
+    }
+}
