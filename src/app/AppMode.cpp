@@ -1,0 +1,62 @@
+#include "AppMode.h"
+
+#include "zuaux2.h"
+
+#include <QFile>
+#include <QRect>
+#include <QWidget>
+
+#include <cstdlib>
+#include <cstring>
+
+namespace
+{
+constexpr int formWidth = 600;
+constexpr int formHeight = 435;
+} // namespace
+
+AppMode chooseMode(int argc, const char* const* argv)
+{
+    if (argc == 3 && std::strcmp(argv[1], "--systemreport") == 0)
+        return AppMode::SystemReport;
+    if (argc == 2 && std::strcmp(argv[1], "--factorydefault") == 0)
+        return AppMode::FactoryDefaults;
+    return AppMode::Interactive;
+}
+
+bool writeReportFile(const QString& path, const std::function<QString()>& report)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return false;
+    // The report is 8-bit text: the degree sign is the single byte 0xB0.
+    file.write(report().toLatin1());
+    return true;
+}
+
+QMargins centringMargins(int screenWidth, int screenHeight)
+{
+    const int width = qMax(screenWidth, formWidth);
+    const int height = qMax(screenHeight, formHeight);
+    return QMargins((width - formWidth) >> 1, (height - formHeight) >> 1, 0, 0);
+}
+
+long readScreenRotation()
+{
+    char buffer[50] = {};
+    Korvane::ZuAuxPrivateHandle handle = Korvane::GetZuAuxPrivate();
+    Korvane::ZuAuxPrivate_getFileSetting(handle, "Screen_Rotation", buffer, sizeof buffer);
+    Korvane::ZuAuxPrivate_release(handle);
+    return std::strtol(buffer, nullptr, 10);
+}
+
+void prepareMainWindow(QWidget& window, const QRect& screen)
+{
+    window.setWindowFlags(Qt::WindowFlags::fromInt(mainWindowFlags));
+    // Geometry as right - left + 1 and bottom - top + 1.
+    const int width = screen.right() - screen.left() + 1;
+    const int height = screen.bottom() - screen.top() + 1;
+    readScreenRotation();
+    window.setContentsMargins(centringMargins(width, height));
+    window.setWindowState(window.windowState() ^ Qt::WindowFullScreen);
+}

@@ -1,0 +1,100 @@
+// Renders the main window once per registered page into PNG files, for
+// looking at every page of a unit profile without a display:
+//
+//   gallery [--profile <name or INI path>] [--out <dir>]
+//
+// Files are named <profile>-<index>-<page>.png. Message boxes are recorded
+// and listed on stdout instead of being shown, so the run never blocks.
+#include "AppMode.h"
+#include "Dialogs.h"
+#include "ZuSettings.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QScreen>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+namespace
+{
+
+const char* const pageNames[tabMenuDlg::tabCount] = { "menu", "version", "temperature", "display", "power",
+    "heater", "about", "led", "buzzer", "can", "advanced", "io", "lightsensor", "touch", "onoff", "buttons" };
+
+// Lists the message boxes recorded since the last call.
+void listMessages(const Dialogs::Recorder& recorder, int& listed)
+{
+    for (; listed < recorder.shown.size(); ++listed)
+        std::printf("  message box \"%s\": %s\n", qPrintable(recorder.shown[listed].title),
+            qPrintable(recorder.shown[listed].text));
+}
+
+void settle()
+{
+    for (int i = 0; i < 5; ++i)
+        QCoreApplication::processEvents();
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QString profile = QStringLiteral("full");
+    QString outDir = QStringLiteral(".");
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray arg(argv[i]);
+        if ((arg == "--profile" || arg == "--out") && i + 1 < argc) {
+            (arg == "--profile" ? profile : outDir) = QString::fromLocal8Bit(argv[++i]);
+        } else {
+            std::fprintf(stderr, "usage: %s [--profile <name>] [--out <dir>]\n", argv[0]);
+            return 2;
+        }
+    }
+
+    // The unit must be chosen before the first library call, and nothing the
+    // pages write may outlive the run.
+    QTemporaryDir stateDir;
+    if (!stateDir.isValid()) {
+        std::fprintf(stderr, "gallery: no temporary directory\n");
+        return 1;
+    }
+    qputenv("ZUAUX_SIM_PROFILE", profile.toLocal8Bit());
+    qputenv("ZUAUX_SIM_STATE", stateDir.filePath(QStringLiteral("state.ini")).toLocal8Bit());
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+
+    QApplication app(argc, argv);
+    if (!QDir().mkpath(outDir)) {
+        std::fprintf(stderr, "gallery: cannot create %s\n", qPrintable(outDir));
+        return 1;
+    }
+    const QString prefix = QFileInfo(profile).completeBaseName();
+
+    Dialogs::Recorder recorder;
+    ZuSettings window(nullptr, Qt::WindowFlags());
+    prepareMainWindow(window, QGuiApplication::primaryScreen()->geometry());
+    window.show();
+    settle();
+    int listed = 0;
+    listMessages(recorder, listed);
+
+    int failures = 0;
+    for (int index = 0; index < tabMenuDlg::tabCount; ++index) {
+        if (!window.page(index))
+            continue;
+        window.showTab(index);
+        settle();
+        const QString file = QDir(outDir).filePath(
+            QStringLiteral("%1-%2-%3.png").arg(prefix).arg(index).arg(QLatin1String(pageNames[index])));
+        if (!window.grab().save(file)) {
+            std::fprintf(stderr, "gallery: cannot write %s\n", qPrintable(file));
+            ++failures;
+            continue;
+        }
+        std::printf("%s\n", qPrintable(file));
+        listMessages(recorder, listed);
+    }
+    return failures == 0 ? 0 : 1;
+}
