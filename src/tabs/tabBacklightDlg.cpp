@@ -1,5 +1,7 @@
 #include "tabBacklightDlg.h"
 
+#include "ui_tabBacklightDlg.h"
+
 #include <QTimer>
 
 using namespace Korvane;
@@ -16,17 +18,20 @@ const LightsensorSamplingMode samplingMode = LIGHTSENSOR_AUTO_RANGE;
 
 tabBacklightDlg::tabBacklightDlg(QWidget* parent)
     : tabDlg(parent)
+    , ui(std::make_unique<Ui_tabBacklight>())
 {
-    ui.setupUi(this);
+    ui->setupUi(this);
     m_refreshTimer = new QTimer(this);
     connect(m_refreshTimer, &QTimer::timeout, this, &tabBacklightDlg::refresh);
-    ui.groupBox_3->setTitle(tr("Button backlight dimming"));
+    ui->groupBox_3->setTitle(tr("Button backlight dimming"));
 
-    connect(ui.sliderBacklightLevel, &QSlider::valueChanged, this, &tabBacklightDlg::backlightChange);
-    connect(ui.sliderSensitivity, &QSlider::valueChanged, this, &tabBacklightDlg::sensitivityChange);
-    connect(ui.checkBoxABLEnable, &QCheckBox::clicked, this, &tabBacklightDlg::enableClicked);
-    connect(ui.checkBoxLedDim, &QCheckBox::clicked, this, &tabBacklightDlg::ledDimClicked);
+    connect(ui->sliderBacklightLevel, &QSlider::valueChanged, this, &tabBacklightDlg::backlightChange);
+    connect(ui->sliderSensitivity, &QSlider::valueChanged, this, &tabBacklightDlg::sensitivityChange);
+    connect(ui->checkBoxABLEnable, &QCheckBox::clicked, this, &tabBacklightDlg::enableClicked);
+    connect(ui->checkBoxLedDim, &QCheckBox::clicked, this, &tabBacklightDlg::ledDimClicked);
 }
+
+tabBacklightDlg::~tabBacklightDlg() = default;
 
 void tabBacklightDlg::showEvent(QShowEvent* event)
 {
@@ -49,7 +54,7 @@ void tabBacklightDlg::onShow()
     if (err != ERR_SUCCESS)
         showError(err, "getAutomaticBLParams");
     else
-        ui.checkBoxABLSoftTransitions->setChecked(softTransitions);
+        ui->checkBoxABLSoftTransitions->setChecked(softTransitions);
 
     uint8_t averageWindow = 0;
     uint8_t rejectWindow = 0;
@@ -59,7 +64,7 @@ void tabBacklightDlg::onShow()
     if (err != ERR_SUCCESS)
         showError(err, "getAutomaticBLFilter");
     else
-        ui.sliderSensitivity->setValue(rejectWindow);
+        ui->sliderSensitivity->setValue(rejectWindow);
 
     uint8_t running = 0;
     err = Backlight_getAutomaticBLStatus(m_backlight, &running);
@@ -68,9 +73,9 @@ void tabBacklightDlg::onShow()
     } else {
         // The parameters are written when automatic backlight starts, so they
         // stay greyed while it runs.
-        ui.checkBoxABLEnable->setChecked(running != 0);
-        ui.checkBoxABLSoftTransitions->setEnabled(running == 0);
-        ui.sliderSensitivity->setEnabled(running == 0);
+        ui->checkBoxABLEnable->setChecked(running != 0);
+        ui->checkBoxABLSoftTransitions->setEnabled(running == 0);
+        ui->sliderSensitivity->setEnabled(running == 0);
     }
 
     ZuStatus dimming = ZU_DISABLED;
@@ -78,7 +83,7 @@ void tabBacklightDlg::onShow()
     if (err != ERR_SUCCESS)
         showError(err, "getLedDimming");
     else
-        ui.checkBoxLedDim->setChecked(dimming == ZU_ENABLED);
+        ui->checkBoxLedDim->setChecked(dimming == ZU_ENABLED);
 }
 
 void tabBacklightDlg::refresh()
@@ -89,39 +94,39 @@ void tabBacklightDlg::refresh()
         if (intensity != m_lastIntensity) {
             // Moving the slider writes the intensity straight back to the
             // unit; harmless, and it keeps slider and hardware in step.
-            ui.sliderBacklightLevel->setValue(intensity);
-            ui.labelBLLevel->setText(QString::number(intensity));
+            ui->sliderBacklightLevel->setValue(intensity);
+            ui->labelBLLevel->setText(QString::number(intensity));
             m_lastIntensity = intensity;
         }
     } else if (err == ERR_NOT_SUPPORTED) {
-        ui.sliderBacklightLevel->hide();
+        ui->sliderBacklightLevel->hide();
     } else {
-        ui.labelBLLevel->setText(QStringLiteral("0"));
+        ui->labelBLLevel->setText(QStringLiteral("0"));
         showError(err, "getIntensity");
         m_refreshTimer->stop();
     }
 
-    ui.labelKLevel->setText(QString::number(ui.sliderSensitivity->value()));
+    ui->labelKLevel->setText(QString::number(ui->sliderSensitivity->value()));
 
     bool hardwareOk = false;
     const eErr statusErr = Backlight_getHWStatus(m_backlight, &hardwareOk);
     if (statusErr == ERR_SUCCESS)
-        ui.label_hwstatus1->setText(
+        ui->label_hwstatus1->setText(
             hardwareOk ? QStringLiteral("status: OK") : QStringLiteral("status: ERROR"));
     else if (statusErr != ERR_NOT_SUPPORTED)
-        ui.label_hwstatus1->setText(QStringLiteral("Error: %1").arg(static_cast<int>(statusErr)));
+        ui->label_hwstatus1->setText(QStringLiteral("Error: %1").arg(static_cast<int>(statusErr)));
 }
 
 void tabBacklightDlg::backlightChange(int value)
 {
-    ui.labelBLLevel->setText(QString::number(value));
+    ui->labelBLLevel->setText(QString::number(value));
     showError(Backlight_setIntensity(m_backlight, static_cast<uint8_t>(value & 0xFF)), "setIntensity");
 }
 
 void tabBacklightDlg::sensitivityChange(int value)
 {
     // Reaches the unit only when automatic backlight is switched on.
-    ui.labelKLevel->setText(QString::number(value));
+    ui->labelKLevel->setText(QString::number(value));
 }
 
 void tabBacklightDlg::ledDimClicked(bool checked)
@@ -131,9 +136,9 @@ void tabBacklightDlg::ledDimClicked(bool checked)
 
 void tabBacklightDlg::updateParam()
 {
-    showError(Backlight_setAutomaticBLParams(m_backlight, ui.checkBoxABLSoftTransitions->isChecked()),
+    showError(Backlight_setAutomaticBLParams(m_backlight, ui->checkBoxABLSoftTransitions->isChecked()),
         "setAutomaticBLParams");
-    const auto rejectWindow = static_cast<uint8_t>(ui.sliderSensitivity->value() & 0xFF);
+    const auto rejectWindow = static_cast<uint8_t>(ui->sliderSensitivity->value() & 0xFF);
     showError(Backlight_setAutomaticBLFilter(
                   m_backlight, averageWindowSize, rejectWindow, rejectDeltaInLux, samplingMode),
         "setAutomaticBLFilter");
@@ -149,6 +154,6 @@ void tabBacklightDlg::enableClicked(bool checked)
     }
     // Greyed even after a failed start: the check box still says "on", and
     // the user unchecks it to get the parameters back.
-    ui.checkBoxABLSoftTransitions->setEnabled(!checked);
-    ui.sliderSensitivity->setEnabled(!checked);
+    ui->checkBoxABLSoftTransitions->setEnabled(!checked);
+    ui->sliderSensitivity->setEnabled(!checked);
 }

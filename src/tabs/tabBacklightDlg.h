@@ -4,17 +4,21 @@
 #define TABBACKLIGHTDLG_H
 
 #include "PageSupport.h"
-#include "ui_tabBacklightDlg.h"
+
+#include <memory>
 
 #include <cstdint>
 
 class QTimer;
+
+class Ui_tabBacklight;
 
 class tabBacklightDlg : public tabDlg
 {
     Q_OBJECT
 public:
     explicit tabBacklightDlg(QWidget* parent);
+    ~tabBacklightDlg() override;
 
 public slots:
     void backlightChange(int value);
@@ -31,7 +35,7 @@ private:
     void onShow();
     void updateParam();
 
-    Ui_tabBacklight ui;
+    std::unique_ptr<Ui_tabBacklight> ui;
     BacklightRef m_backlight;
     QTimer* m_refreshTimer;
     int m_refreshInterval = 500;

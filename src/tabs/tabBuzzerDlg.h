@@ -4,13 +4,17 @@
 #define TABBUZZERDLG_H
 
 #include "PageSupport.h"
-#include "ui_tabBuzzerDlg.h"
+
+#include <memory>
+
+class Ui_tabBuzzer;
 
 class tabBuzzerDlg : public tabDlg
 {
     Q_OBJECT
 public:
     explicit tabBuzzerDlg(QWidget* parent);
+    ~tabBuzzerDlg() override;
 
 public slots:
     void buttonOnToggled(bool on);
@@ -21,7 +25,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    Ui_tabBuzzer ui;
+    std::unique_ptr<Ui_tabBuzzer> ui;
     BuzzerRef m_buzzer;
 };
 

@@ -1,5 +1,7 @@
 #include "tabLEDDlg.h"
 
+#include "ui_tabLEDDlg.h"
+
 #include "Dialogs.h"
 
 #include <QColor>
@@ -53,28 +55,31 @@ bool buttonBacklightDimmed()
 
 tabLEDDlg::tabLEDDlg(QWidget* parent)
     : tabDlg(parent)
+    , ui(std::make_unique<Ui_tabLED>())
 {
-    ui.setupUi(this);
+    ui->setupUi(this);
     setWindowTitle(QStringLiteral("Button backlight"));
-    ui.groupFrontLED->setTitle(QStringLiteral("Backlight"));
-    ui.label_8->setText(QStringLiteral("Intensity"));
-    ui.label_7->setText(QStringLiteral("Enable during system start-up"));
+    ui->groupFrontLED->setTitle(QStringLiteral("Backlight"));
+    ui->label_8->setText(QStringLiteral("Intensity"));
+    ui->label_7->setText(QStringLiteral("Enable during system start-up"));
     // Left from a multi-colour front LED; the button backlight has one colour.
-    ui.buttonColorpick->hide();
-    ui.label_customcolor->hide();
+    ui->buttonColorpick->hide();
+    ui->label_customcolor->hide();
     for (int intensity = 0; intensity <= maxIntensity; ++intensity)
-        ui.comboBoxColor->addItem(QString::number(intensity));
+        ui->comboBoxColor->addItem(QString::number(intensity));
 
-    connect(ui.buttonOff, &QPushButton::clicked, this, &tabLEDDlg::buttonOffClicked);
-    connect(ui.comboBoxColor, &QComboBox::currentIndexChanged, this, &tabLEDDlg::dropDownColorIndexChanged);
-    connect(ui.sliderFreq, &QSlider::valueChanged, this, &tabLEDDlg::freqDutyCValueChanged);
-    connect(ui.sliderDutyC, &QSlider::valueChanged, this, &tabLEDDlg::freqDutyCValueChanged);
-    connect(ui.spinBoxPulses, &QSpinBox::valueChanged, this, &tabLEDDlg::pulsesValueChanged);
-    connect(ui.spinBoxIdleTime, &QSpinBox::valueChanged, this, &tabLEDDlg::idleTimeValueChanged);
-    connect(ui.checkEnFrontLED, &QCheckBox::toggled, this, &tabLEDDlg::checkEnableLedOnStart);
-    connect(ui.buttonColorpick, &QPushButton::clicked, this, &tabLEDDlg::buttonColorpickClicked);
+    connect(ui->buttonOff, &QPushButton::clicked, this, &tabLEDDlg::buttonOffClicked);
+    connect(ui->comboBoxColor, &QComboBox::currentIndexChanged, this, &tabLEDDlg::dropDownColorIndexChanged);
+    connect(ui->sliderFreq, &QSlider::valueChanged, this, &tabLEDDlg::freqDutyCValueChanged);
+    connect(ui->sliderDutyC, &QSlider::valueChanged, this, &tabLEDDlg::freqDutyCValueChanged);
+    connect(ui->spinBoxPulses, &QSpinBox::valueChanged, this, &tabLEDDlg::pulsesValueChanged);
+    connect(ui->spinBoxIdleTime, &QSpinBox::valueChanged, this, &tabLEDDlg::idleTimeValueChanged);
+    connect(ui->checkEnFrontLED, &QCheckBox::toggled, this, &tabLEDDlg::checkEnableLedOnStart);
+    connect(ui->buttonColorpick, &QPushButton::clicked, this, &tabLEDDlg::buttonColorpickClicked);
     m_ready = true;
 }
+
+tabLEDDlg::~tabLEDDlg() = default;
 
 void tabLEDDlg::showEvent(QShowEvent* event)
 {
@@ -85,12 +90,12 @@ void tabLEDDlg::showEvent(QShowEvent* event)
     double hertz = 0.0;
     uint8_t dutyCycle = 0;
     if (acceptRead(this, FrontLED_getSignal(m_led, &hertz, &dutyCycle), "getSignal",
-            { ui.sliderFreq, ui.sliderDutyC })) {
+            { ui->sliderFreq, ui->sliderDutyC })) {
         hertz = shownFrequency(hertz);
-        ui.sliderFreq->setValue(frequencySliderPosition(hertz));
-        ui.sliderDutyC->setValue(dutyCycle);
-        ui.labelFreq->setText(frequencyText(hertz));
-        ui.labelDutyC->setText(dutyCycleText(dutyCycle));
+        ui->sliderFreq->setValue(frequencySliderPosition(hertz));
+        ui->sliderDutyC->setValue(dutyCycle);
+        ui->labelFreq->setText(frequencyText(hertz));
+        ui->labelDutyC->setText(dutyCycleText(dutyCycle));
     } else {
         dutyCycle = 0;
     }
@@ -100,50 +105,50 @@ void tabLEDDlg::showEvent(QShowEvent* event)
     uint8_t blue = 0;
     if (FrontLED_getColor(m_led, &red, &green, &blue) != ERR_SUCCESS)
         blue = maxIntensity;
-    ui.comboBoxColor->setCurrentIndex(qMin(blue, maxIntensity));
+    ui->comboBoxColor->setCurrentIndex(qMin(blue, maxIntensity));
 
     uint8_t pulses = 0;
-    if (acceptRead(this, FrontLED_getNrOfPulses(m_led, &pulses), "getNrOfPulses", { ui.spinBoxPulses }))
-        ui.spinBoxPulses->setValue(pulses);
+    if (acceptRead(this, FrontLED_getNrOfPulses(m_led, &pulses), "getNrOfPulses", { ui->spinBoxPulses }))
+        ui->spinBoxPulses->setValue(pulses);
 
     uint8_t idleTime = 0;
-    if (acceptRead(this, FrontLED_getIdleTime(m_led, &idleTime), "getIdleTime", { ui.spinBoxIdleTime }))
-        ui.spinBoxIdleTime->setValue(idleTime * 100);
+    if (acceptRead(this, FrontLED_getIdleTime(m_led, &idleTime), "getIdleTime", { ui->spinBoxIdleTime }))
+        ui->spinBoxIdleTime->setValue(idleTime * 100);
 
     ZuStatus startup = ZU_DISABLED;
     const eErr startupErr = FrontLED_getEnabledDuringStartup(m_led, &startup);
-    if (acceptRead(this, startupErr, "getEnabledDuringStartup", { ui.groupFrontLED }))
-        ui.checkEnFrontLED->setChecked(startup == ZU_ENABLED);
+    if (acceptRead(this, startupErr, "getEnabledDuringStartup", { ui->groupFrontLED }))
+        ui->checkEnFrontLED->setChecked(startup == ZU_ENABLED);
     else if (startupErr != ERR_NOT_SUPPORTED)
-        ui.groupFrontLED->setEnabled(false);
+        ui->groupFrontLED->setEnabled(false);
 
     // Without a signal reading the LED is taken to be off.
     m_ledOn = dutyCycle != 0;
-    showSwitch(ui.buttonOff, m_ledOn);
+    showSwitch(ui->buttonOff, m_ledOn);
     m_ready = true;
 }
 
 Korvane::eErr tabLEDDlg::writeSignal()
 {
     return FrontLED_setSignal(
-        m_led, ui.sliderFreq->value() / 10.0, static_cast<uint8_t>(ui.sliderDutyC->value() & 0xFF));
+        m_led, ui->sliderFreq->value() / 10.0, static_cast<uint8_t>(ui->sliderDutyC->value() & 0xFF));
 }
 
 void tabLEDDlg::switchedOn()
 {
     m_ledOn = true;
-    showSwitch(ui.buttonOff, true);
+    showSwitch(ui->buttonOff, true);
 }
 
 void tabLEDDlg::buttonOffClicked()
 {
     m_ledOn = !m_ledOn;
-    ui.buttonOff->setChecked(m_ledOn);
+    ui->buttonOff->setChecked(m_ledOn);
     if (m_ledOn)
         writeSignal(); // unchecked: the next change of the signal reports a lasting fault
     else
         showError(FrontLED_setOff(m_led), "setOff");
-    showSwitch(ui.buttonOff, m_ledOn);
+    showSwitch(ui->buttonOff, m_ledOn);
 }
 
 void tabLEDDlg::dropDownColorIndexChanged(int index)
@@ -165,8 +170,8 @@ void tabLEDDlg::freqDutyCValueChanged(int)
     if (!m_ready)
         return;
     showError(writeSignal(), "setSignal");
-    ui.labelFreq->setText(frequencyText(ui.sliderFreq->value() / 10.0));
-    ui.labelDutyC->setText(dutyCycleText(ui.sliderDutyC->value()));
+    ui->labelFreq->setText(frequencyText(ui->sliderFreq->value() / 10.0));
+    ui->labelDutyC->setText(dutyCycleText(ui->sliderDutyC->value()));
     switchedOn();
 }
 
@@ -196,7 +201,7 @@ void tabLEDDlg::checkEnableLedOnStart(bool checked)
     const eErr err = FrontLED_setEnabledDuringStartup(m_led, checked);
     if (err != ERR_SUCCESS) {
         showError(err, "setEnabledDuringStartup");
-        ui.groupFrontLED->setEnabled(false);
+        ui->groupFrontLED->setEnabled(false);
     }
 }
 
@@ -212,7 +217,7 @@ void tabLEDDlg::buttonColorpickClicked()
     m_customColor.blue = static_cast<uint8_t>(picked.blue() / screenScale);
     showError(FrontLED_setColor(m_led, m_customColor.red, m_customColor.green, m_customColor.blue),
         "FrontLED_setColor");
-    ui.comboBoxColor->setCurrentIndex(6);
+    ui->comboBoxColor->setCurrentIndex(6);
     UpdateCustomColor();
 }
 
@@ -223,20 +228,20 @@ void tabLEDDlg::UpdateCustomColor()
     uint8_t blue = 0;
     const eErr err = FrontLED_getColor(m_led, &red, &green, &blue);
     if (err == ERR_SUCCESS) {
-        ui.label_customcolor->setText(QStringLiteral("R:%0 G:%1 B:%2").arg(red).arg(green).arg(blue));
+        ui->label_customcolor->setText(QStringLiteral("R:%0 G:%1 B:%2").arg(red).arg(green).arg(blue));
         m_customColor = { red, green, blue };
-        ui.buttonColorpick->setStyleSheet(QStringLiteral("* { background-color: rgb(%1,%2,%3) }")
-                                              .arg(red * screenScale)
-                                              .arg(green * screenScale)
-                                              .arg(blue * screenScale));
+        ui->buttonColorpick->setStyleSheet(QStringLiteral("* { background-color: rgb(%1,%2,%3) }")
+                                               .arg(red * screenScale)
+                                               .arg(green * screenScale)
+                                               .arg(blue * screenScale));
     } else if (err == ERR_NOT_SUPPORTED) {
-        ui.label_customcolor->hide();
+        ui->label_customcolor->hide();
         m_customColor = { 0, 0, 0 };
-        ui.buttonColorpick->setStyleSheet(QStringLiteral(
+        ui->buttonColorpick->setStyleSheet(QStringLiteral(
             "* { background-color: qlineargradient(spread:pad, x1:0, y1:0, x2:0, y2:1, stop:0 rgba(173, 173, "
             "173, 255), stop:1 rgba(95, 95, 95, 255)) }"));
     } else {
         showError(err, "FrontLED_getColor");
-        ui.label_customcolor->setText(QStringLiteral("Undefined"));
+        ui->label_customcolor->setText(QStringLiteral("Undefined"));
     }
 }

@@ -4,15 +4,19 @@
 #define TABLEDDLG_H
 
 #include "PageSupport.h"
-#include "ui_tabLEDDlg.h"
+
+#include <memory>
 
 #include <cstdint>
+
+class Ui_tabLED;
 
 class tabLEDDlg : public tabDlg
 {
     Q_OBJECT
 public:
     explicit tabLEDDlg(QWidget* parent);
+    ~tabLEDDlg() override;
 
 public slots:
     void buttonOffClicked();
@@ -31,7 +35,7 @@ private:
     Korvane::eErr writeSignal();
     void switchedOn();
 
-    Ui_tabLED ui;
+    std::unique_ptr<Ui_tabLED> ui;
     FrontLEDRef m_led;
     bool m_ready = false;
     bool m_ledOn = false;

@@ -1,5 +1,7 @@
 #include "tabLightSensorDlg.h"
 
+#include "ui_tabLightSensorDlg.h"
+
 #include <QTimer>
 
 using namespace Korvane;
@@ -26,24 +28,27 @@ LightsensorSamplingMode samplingModeOf(int comboIndex)
 
 tabLightSensorDlg::tabLightSensorDlg(QWidget* parent)
     : tabDlg(parent)
+    , ui(std::make_unique<Ui_tabLightSensor>())
 {
-    ui.setupUi(this);
-    ui.comboBoxSamplingsMode->addItem(QStringLiteral("Standard range"));
-    ui.comboBoxSamplingsMode->addItem(QStringLiteral("Extended range"));
-    ui.comboBoxSamplingsMode->addItem(QStringLiteral("Auto range"));
+    ui->setupUi(this);
+    ui->comboBoxSamplingsMode->addItem(QStringLiteral("Standard range"));
+    ui->comboBoxSamplingsMode->addItem(QStringLiteral("Extended range"));
+    ui->comboBoxSamplingsMode->addItem(QStringLiteral("Auto range"));
     m_updateTimer = new QTimer(this);
     connect(m_updateTimer, &QTimer::timeout, this, &tabLightSensorDlg::updateIlluminance);
-    ui.editIlumination->setText(notRunningText());
+    ui->editIlumination->setText(notRunningText());
 
-    connect(ui.pushButtonOn, &QPushButton::clicked, this, &tabLightSensorDlg::onClicked);
+    connect(ui->pushButtonOn, &QPushButton::clicked, this, &tabLightSensorDlg::onClicked);
 }
+
+tabLightSensorDlg::~tabLightSensorDlg() = default;
 
 Korvane::eErr tabLightSensorDlg::startAverageCalc()
 {
-    return Lightsensor_startAverageCalc(m_sensor, static_cast<uint8_t>(ui.spinBoxAverageWndSize->value()),
-        static_cast<uint8_t>(ui.spinBoxRejectWndSize->value()),
-        static_cast<uint16_t>(ui.spinBoxRejectDelta->value()),
-        samplingModeOf(ui.comboBoxSamplingsMode->currentIndex()));
+    return Lightsensor_startAverageCalc(m_sensor, static_cast<uint8_t>(ui->spinBoxAverageWndSize->value()),
+        static_cast<uint8_t>(ui->spinBoxRejectWndSize->value()),
+        static_cast<uint16_t>(ui->spinBoxRejectDelta->value()),
+        samplingModeOf(ui->comboBoxSamplingsMode->currentIndex()));
 }
 
 bool tabLightSensorDlg::start()
@@ -61,9 +66,9 @@ void tabLightSensorDlg::stop()
 {
     showError(Lightsensor_stopAverageCalc(m_sensor), "stopAverageCalc");
     m_updateTimer->stop();
-    showSwitch(ui.pushButtonOn, false);
+    showSwitch(ui->pushButtonOn, false);
     m_lastText = notRunningText();
-    ui.editIlumination->setText(m_lastText);
+    ui->editIlumination->setText(m_lastText);
 }
 
 void tabLightSensorDlg::showEvent(QShowEvent* event)
@@ -73,22 +78,22 @@ void tabLightSensorDlg::showEvent(QShowEvent* event)
     // holds it while it runs.
     const eErr err = startAverageCalc();
     if (err == ERR_SENSOR_BUSY) {
-        showSwitch(ui.pushButtonOn, false);
-        ui.pushButtonOn->setEnabled(false);
-        ui.pushButtonOn->setToolTip(QStringLiteral("Cannot be started when automatic backlight is running"));
+        showSwitch(ui->pushButtonOn, false);
+        ui->pushButtonOn->setEnabled(false);
+        ui->pushButtonOn->setToolTip(QStringLiteral("Cannot be started when automatic backlight is running"));
         // Worded to read as an explanation inside the usual error frame.
         showError(err,
             "startAverageCalc.\r\nThe light sensor cannot be started when automatic backlight is "
             "running.\r\nError");
     } else if (err == ERR_SUCCESS) {
-        ui.pushButtonOn->setEnabled(true);
-        ui.pushButtonOn->setToolTip(QString());
+        ui->pushButtonOn->setEnabled(true);
+        ui->pushButtonOn->setToolTip(QString());
         showError(Lightsensor_stopAverageCalc(m_sensor), "stopAverageCalc");
-        showSwitch(ui.pushButtonOn, start());
+        showSwitch(ui->pushButtonOn, start());
     } else {
-        showSwitch(ui.pushButtonOn, false);
-        ui.pushButtonOn->setEnabled(false);
-        ui.pushButtonOn->setToolTip(QStringLiteral("Error: startAverageCalc"));
+        showSwitch(ui->pushButtonOn, false);
+        ui->pushButtonOn->setEnabled(false);
+        ui->pushButtonOn->setToolTip(QStringLiteral("Error: startAverageCalc"));
         showError(err, "startAverageCalc");
     }
 }
@@ -104,7 +109,7 @@ void tabLightSensorDlg::onClicked(bool checked)
     if (!checked)
         stop();
     else
-        showSwitch(ui.pushButtonOn, start());
+        showSwitch(ui->pushButtonOn, start());
 }
 
 void tabLightSensorDlg::updateIlluminance()
@@ -115,7 +120,7 @@ void tabLightSensorDlg::updateIlluminance()
     if (luxErr == ERR_SUCCESS) {
         text = QStringLiteral("%1 Lux, ").arg(lux);
     } else if (luxErr == ERR_NOT_SUPPORTED) {
-        ui.groupBoxLightsensor->hide();
+        ui->groupBoxLightsensor->hide();
     } else {
         showError(luxErr, "getIlluminance");
         stop();
@@ -139,7 +144,7 @@ void tabLightSensorDlg::updateIlluminance()
 
     // Rewriting an unchanged text would reset the cursor and selection.
     if (text != m_lastText) {
-        ui.editIlumination->setText(text);
+        ui->editIlumination->setText(text);
         m_lastText = text;
     }
 }

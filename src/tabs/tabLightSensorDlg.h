@@ -4,15 +4,19 @@
 #define TABLIGHTSENSORDLG_H
 
 #include "PageSupport.h"
-#include "ui_tabLightSensorDlg.h"
+
+#include <memory>
 
 class QTimer;
+
+class Ui_tabLightSensor;
 
 class tabLightSensorDlg : public tabDlg
 {
     Q_OBJECT
 public:
     explicit tabLightSensorDlg(QWidget* parent);
+    ~tabLightSensorDlg() override;
 
 public slots:
     void updateIlluminance();
@@ -27,7 +31,7 @@ private:
     bool start();
     void stop();
 
-    Ui_tabLightSensor ui;
+    std::unique_ptr<Ui_tabLightSensor> ui;
     LightsensorRef m_sensor;
     QTimer* m_updateTimer;
     int m_updateInterval = 500;
