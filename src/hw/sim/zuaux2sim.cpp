@@ -600,10 +600,10 @@ eErr FirmwareUpgrade_getUpgradeStatus(FirmwareUpgradeHandle h, UpgradeStatus* st
                 ERR_SUCCESS };
             return ERR_SUCCESS;
         }
+        // A failing run stops just short of the end, in verification.
         const auto failure = eErr(u.integer(QStringLiteral("Unit/UpgradeEndsWithError")));
         if (failure != ERR_SUCCESS)
-            *status = UpgradeStatus { UPGRADE_COMPLETE_WITH_ERROR,
-                uint8_t(100 * UPGRADE_VERIFYING / UPGRADE_DONE), failure };
+            *status = UpgradeStatus { UPGRADE_COMPLETE_WITH_ERROR, 99, failure };
         else
             *status = UpgradeStatus { UPGRADE_DONE, 100, ERR_SUCCESS };
         return ERR_SUCCESS;
