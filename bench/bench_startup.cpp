@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -46,6 +47,9 @@ Sample runOnce(const std::string& program)
     }
     if (pid == 0) {
         dup2(out[1], STDOUT_FILENO);
+        const int devNull = open("/dev/null", O_WRONLY);
+        if (devNull >= 0)
+            dup2(devNull, STDERR_FILENO);
         close(out[0]);
         close(out[1]);
         execl(program.c_str(), program.c_str(), static_cast<char*>(nullptr));
@@ -120,7 +124,7 @@ int main()
     const std::string dir = ZUSETTINGS_BINARY_DIR;
     Summary floor, app;
     if (!measure("floor", dir + "/bench/floor_window", floor)
-        || !measure("zusettings", dir + "/zusettings", app))
+        || !measure("zusettings", dir + "/src/zusettings", app))
         return 1;
     std::printf("ratio to floor: first frame %.2f, peak memory %.2f\n", app.medianMs / floor.medianMs,
         static_cast<double>(app.peakKiB) / static_cast<double>(floor.peakKiB));

@@ -95,15 +95,19 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
     About_getIsGPRSMounted(about, &gprs);
 
     uint8_t count = 0;
-    const bool hasCan = answered(About_getNrOfCANConnections(about, &count), count != 0);
+    eErr result = About_getNrOfCANConnections(about, &count);
+    const bool hasCan = answered(result, count != 0);
     count = 0;
-    const bool hasDigIO = answered(About_getNrOfDigIOConnections(about, &count), count != 0);
+    result = About_getNrOfDigIOConnections(about, &count);
+    const bool hasDigIO = answered(result, count != 0);
     bool available = false;
-    const bool hasDisplay = answered(About_getIsDisplayAvailable(about, &available), available);
+    result = About_getIsDisplayAvailable(about, &available);
+    const bool hasDisplay = answered(result, available);
     bool hasTouch = false;
     if (hasDisplay) {
         available = false;
-        hasTouch = answered(About_getIsTouchScreenAvailable(about, &available), available);
+        result = About_getIsTouchScreenAvailable(about, &available);
+        hasTouch = answered(result, available);
     }
 
     ConfigHandle config = GetConfig();
