@@ -7,8 +7,6 @@
 #include "simstore.h"
 #include "zuaux2.h"
 
-#include <QMutexLocker>
-
 #include <cstring>
 #include <type_traits>
 
@@ -53,7 +51,7 @@ void traceHandleCall(const char* call);
 template <class Body> eErr run(const char* operation, const void* handle, const QString& arguments, Body body)
 {
     Store& u = unit();
-    QMutexLocker lock(&u.mutex);
+    Store::Lock lock(u.mutex);
     auto code = eErr(u.codeFor(QLatin1String(operation)));
     if (code == Korvane::ERR_SUCCESS)
         code = handle ? body(u) : Korvane::ERR_INVALID_HANDLE;

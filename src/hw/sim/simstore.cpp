@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QMutexLocker>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -154,7 +153,7 @@ Store::~Store()
 
 void Store::reset(const QString& profile, const QString& stateFile)
 {
-    QMutexLocker lock(&mutex);
+    Lock lock(mutex);
     load(profile, stateFile);
     m_forcedCodes.clear();
     m_held.clear();
@@ -258,13 +257,13 @@ void Store::readInto(QSettings& settings, QHash<QString, QVariant>& values, QHas
 
 bool Store::has(const QString& key) const
 {
-    QMutexLocker lock(&const_cast<Store*>(this)->mutex);
+    Lock lock(mutex);
     return m_saved.contains(key) || m_profile.contains(key);
 }
 
 QVariant Store::stored(const QString& key) const
 {
-    QMutexLocker lock(&const_cast<Store*>(this)->mutex);
+    Lock lock(mutex);
     const auto saved = m_saved.constFind(key);
     if (saved != m_saved.constEnd())
         return *saved;
@@ -273,7 +272,7 @@ QVariant Store::stored(const QString& key) const
 
 QVariant Store::current(const QString& key) const
 {
-    QMutexLocker lock(&const_cast<Store*>(this)->mutex);
+    Lock lock(mutex);
     const auto held = m_held.constFind(key);
     if (held != m_held.constEnd())
         return *held;
@@ -334,7 +333,7 @@ double Store::number(const QString& key) const
 
 void Store::write(const QString& key, const QVariant& value)
 {
-    QMutexLocker lock(&mutex);
+    Lock lock(mutex);
     m_saved.insert(key, value);
     if (!m_state)
         return;
@@ -347,19 +346,19 @@ void Store::write(const QString& key, const QVariant& value)
 
 void Store::hold(const QString& key, const QVariant& value)
 {
-    QMutexLocker lock(&mutex);
+    Lock lock(mutex);
     m_held.insert(key, value);
 }
 
 void Store::freezeLive(bool frozen)
 {
-    QMutexLocker lock(&mutex);
+    Lock lock(mutex);
     m_frozen = frozen;
 }
 
 int Store::codeFor(const QString& operation) const
 {
-    QMutexLocker lock(&const_cast<Store*>(this)->mutex);
+    Lock lock(mutex);
     const QString any = QStringLiteral("*");
     for (const QString& name : { operation, any }) {
         if (m_forcedCodes.contains(name))
@@ -372,19 +371,19 @@ int Store::codeFor(const QString& operation) const
 
 void Store::forceCode(const QString& operation, int code)
 {
-    QMutexLocker lock(&mutex);
+    Lock lock(mutex);
     m_forcedCodes.insert(operation, code);
 }
 
 void Store::clearCodes()
 {
-    QMutexLocker lock(&mutex);
+    Lock lock(mutex);
     m_forcedCodes.clear();
 }
 
 void Store::trace(const QString& line)
 {
-    QMutexLocker lock(&mutex);
+    Lock lock(mutex);
     if (m_traceFile) {
         std::fputs(line.toLatin1().constData(), m_traceFile);
         std::fputc('\n', m_traceFile);
@@ -396,13 +395,19 @@ void Store::trace(const QString& line)
 
 QStringList Store::memoryTrace() const
 {
-    QMutexLocker lock(&const_cast<Store*>(this)->mutex);
-    return m_memoryTrace;
+    Lock lock(mutex);
+    // A list of its own rather than a shared one, so that later appends from
+    // other threads never have to detach a list the caller is reading.
+    QStringList copy;
+    copy.reserve(m_memoryTrace.size());
+    for (const QString& line : m_memoryTrace)
+        copy.append(line);
+    return copy;
 }
 
 void Store::clearTrace()
 {
-    QMutexLocker lock(&mutex);
+    Lock lock(mutex);
     m_memoryTrace.clear();
 }
 

@@ -6,7 +6,6 @@
 
 #include <QElapsedTimer>
 #include <QHash>
-#include <QRecursiveMutex>
 #include <QSet>
 #include <QSettings>
 #include <QString>
@@ -15,6 +14,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <mutex>
 
 namespace SimStore
 {
@@ -28,8 +28,9 @@ public:
     ~Store();
 
     // Every access goes through this lock; it is recursive so that helpers
-    // may nest.
-    QRecursiveMutex mutex;
+    // may nest. A standard mutex, so that ThreadSanitizer sees the locking.
+    mutable std::recursive_mutex mutex;
+    using Lock = std::lock_guard<std::recursive_mutex>;
 
     void reset(const QString& profile, const QString& stateFile);
 
