@@ -103,11 +103,11 @@ void tst_about::opensOnEepromDataOnly()
 {
     tabAboutDlg page(nullptr);
     QCOMPARE(selection(page)->currentIndex(), 0);
-    QVERIFY(shownText(page).startsWith("Mainboard:\n"));
-    QCOMPARE(shownText(page), readEeprom());
-    QCOMPARE(callsTo("GetAbout(").size(), 2);
+    QCOMPARE(callsTo("GetAbout(").size(), 1);
     for (const char* family : { "GetDiagnostic(", "GetAdc(", "GetAuxVersion(", "GetConfig(" })
         QVERIFY2(callsTo(family).isEmpty(), family);
+    QVERIFY(shownText(page).startsWith("Mainboard:\n"));
+    QCOMPARE(shownText(page), readEeprom());
 }
 
 void tst_about::views_data()
