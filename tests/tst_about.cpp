@@ -5,8 +5,6 @@
 
 #include <QComboBox>
 #include <QFile>
-#include <QGroupBox>
-#include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -41,7 +39,6 @@ class tst_about : public QObject
 private slots:
     void init() { resetUnit(); }
 
-    void form();
     void entriesDependOnBattery_data();
     void entriesDependOnBattery();
     void opensOnEepromDataOnly();
@@ -53,19 +50,6 @@ private slots:
     void saveWritesLatin1();
     void saveToUnwritablePlace();
 };
-
-void tst_about::form()
-{
-    tabAboutDlg page(nullptr);
-    QCOMPARE(page.windowTitle(), QStringLiteral("About"));
-    QCOMPARE(page.findChild<QGroupBox*>("groupBox")->title(), QStringLiteral("Information"));
-    QCOMPARE(page.findChild<QLabel*>("label")->text(), QStringLiteral("Selection:"));
-    QVERIFY(page.findChild<QLabel*>("icon"));
-    auto* save = page.findChild<QPushButton*>("pushButtonSaveAs");
-    QCOMPARE(save->text(), QStringLiteral("Save As"));
-    QCOMPARE(save->toolTip(), QStringLiteral("Save the displayed data to a file"));
-    QVERIFY(page.findChild<QPlainTextEdit*>("textEditInfo")->isReadOnly());
-}
 
 void tst_about::entriesDependOnBattery_data()
 {
