@@ -26,11 +26,10 @@ double shownFrequency(double hertz)
     return qBound(minFrequency, rounded, maxFrequency);
 }
 
-// The frequency slider counts tenths of a hertz; the bias keeps 2.3 Hz from
-// landing on 22 through its binary representation.
+// The frequency slider counts tenths of a hertz.
 int frequencySliderPosition(double hertz)
 {
-    return static_cast<int>(hertz * 10.0 + 1e-9);
+    return static_cast<int>(hertz * 10.0);
 }
 
 QString frequencyText(double hertz)

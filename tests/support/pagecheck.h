@@ -1,56 +1,31 @@
-// Helpers for driving a settings page in tests.
+// Table-driven page tests. A scenario is a list of steps, run in order on
+// the simulated unit and on one page, followed by what must be seen:
+//   "Buzzer/Volume=60"          a value of the simulated unit
+//   "Buzzer_setTrigger=7"       the result code an operation answers
+//   "sliderVol.value=20"        a control property set as the user would
+//   "buttonOn.click"            a slot invoked ("tabBuzzer.show", ".hide",
+//                               a page's timer slot)
+// Expected properties are written "object.property=value"; the page is
+// addressed by its object name and its polling timer as "timer".
 #ifndef PAGECHECK_H
 #define PAGECHECK_H
 
 #include "Dialogs.h"
-#include "zuaux2.h"
 
-#include <QLatin1String>
 #include <QStringList>
-#include <QTimer>
-#include <QWidget>
 
-// The control `name` of `page`; a missing one means a broken form.
-template <typename T> T* control(const QWidget& page, const char* name)
-{
-    T* found = page.findChild<T*>(QLatin1String(name));
-    if (!found)
-        qFatal("the page has no %s", name);
-    return found;
-}
+class QWidget;
 
-// The one timer the page owns.
-inline QTimer* pageTimer(const QWidget& page)
-{
-    const QList<QTimer*> timers = page.findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
-    if (timers.size() != 1)
-        qFatal("the page owns %d timers", static_cast<int>(timers.size()));
-    return timers.first();
-}
+// Adds the columns "steps", "calls", "state" and "errors" to a _data table.
+void addScenarioColumns();
+
+// Runs `common` and then the current row's steps on `page`, and compares the
+// trace lines that start with `callPrefix`, the listed properties, and the
+// error boxes.
+void runScenario(
+    QWidget& page, const Dialogs::Recorder& recorder, const QString& callPrefix, const QStringList& common);
 
 // The text of the error box for a failed call.
-inline QString errorBox(int code, const QString& where)
-{
-    return QStringLiteral("Error(%1) in %2: %3")
-        .arg(code)
-        .arg(where)
-        .arg(QString::fromLatin1(Korvane::GetErrorStringA(static_cast<Korvane::eErr>(code))));
-}
-
-// The recorded boxes as their texts; a box that is not a page error box
-// (title "Zusettings", critical icon, OK button) is marked so that it shows
-// in a comparison.
-inline QStringList shownErrors(const Dialogs::Recorder& recorder)
-{
-    QStringList result;
-    for (const Dialogs::Shown& box : recorder.shown) {
-        const bool pageStyle = box.title == QLatin1String("Zusettings") && box.icon == QMessageBox::Critical
-            && box.buttons == QMessageBox::Ok;
-        result.append(pageStyle
-                ? box.text
-                : QStringLiteral("[%1, icon %2] %3").arg(box.title).arg(box.icon).arg(box.text));
-    }
-    return result;
-}
+QString errorBox(int code, const QString& where);
 
 #endif // PAGECHECK_H
