@@ -1,5 +1,10 @@
 #include "ZuSettings.h"
 
+#include "tabAboutDlg.h"
+#include "tabBacklightDlg.h"
+#include "tabBuzzerDlg.h"
+#include "tabLEDDlg.h"
+#include "tabLightSensorDlg.h"
 #include "tabVersionDlg.h"
 #include "ui_ZuSettings.h"
 
@@ -31,7 +36,7 @@ tabDlg* newTemperaturePage(QWidget* parent)
 }
 tabDlg* newBacklightPage(QWidget* parent)
 {
-    return titled(parent, "Display");
+    return new tabBacklightDlg(parent);
 }
 tabDlg* newSysConfigPage(QWidget* parent)
 {
@@ -43,15 +48,15 @@ tabDlg* newAdvancedPage(QWidget* parent)
 }
 tabDlg* newLedPage(QWidget* parent)
 {
-    return titled(parent, "Button backlight");
+    return new tabLEDDlg(parent);
 }
 tabDlg* newBuzzerPage(QWidget* parent)
 {
-    return titled(parent, "Buzzer");
+    return new tabBuzzerDlg(parent);
 }
 tabDlg* newAboutPage(QWidget* parent)
 {
-    return titled(parent, "About");
+    return new tabAboutDlg(parent);
 }
 tabDlg* newCanPage(QWidget* parent)
 {
@@ -63,7 +68,7 @@ tabDlg* newIOPage(QWidget* parent)
 }
 tabDlg* newLightSensorPage(QWidget* parent)
 {
-    return titled(parent, "Light sensor");
+    return new tabLightSensorDlg(parent);
 }
 tabDlg* newOnOffPage(QWidget* parent)
 {
