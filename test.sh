@@ -16,7 +16,7 @@ ctest --test-dir build-test --output-on-failure --parallel "$jobs"
 cmake -S . -B build-bench -DCMAKE_BUILD_TYPE=Release -DZUSETTINGS_TESTS=OFF >/dev/null
 cmake --build build-bench --parallel "$jobs"
 for bench in build-bench/bench/bench_*; do
-    [ -x "$bench" ] || continue
+    [ -f "$bench" ] && [ -x "$bench" ] || continue
     echo "== $(basename "$bench")"
     "$bench"
 done
