@@ -19,4 +19,4 @@ if [ -z "${ZUSETTINGS_INPUT_DEVICE:-}" ]; then
     trap 'rm -f "$fifo"' EXIT
     export ZUSETTINGS_INPUT_DEVICE="$fifo"
 fi
-exec build/src/zusettings "$@"
+build/src/zusettings "$@"
