@@ -12,14 +12,13 @@ QString doubleText(double value)
     return QStringLiteral("%1").arg(value, 0, 'g', 6);
 }
 
-namespace
-{
-
-// "<label>: Error(<code>) <library text>\n"
 QString errorLine(const QString& label, eErr err)
 {
     return QStringLiteral("%1: Error(%2) %3\n").arg(label).arg(static_cast<int>(err)).arg(errorString(err));
 }
+
+namespace
+{
 
 // The create... decision: 0 value line, 2 nothing, 18 "N/A", else error.
 // `prefix` is everything before the value; the templates differ only there.

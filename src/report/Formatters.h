@@ -33,6 +33,9 @@ QString PrintSettingStatus(QString label, Korvane::ZuStatus value, Korvane::eErr
 // The library's text for `err`, as the report prints it.
 QString errorString(Korvane::eErr err);
 
+// "<label>: Error(<code>) <library text>\n", for a failed read.
+QString errorLine(const QString& label, Korvane::eErr err);
+
 // A double as the report prints it: general form, six significant digits.
 QString doubleText(double value);
 

@@ -28,6 +28,37 @@ QString couldNotGet(const char* what, eErr err)
         .arg(errorString(err));
 }
 
+// One of six texts chosen by a status code; nothing for a code past them.
+QString statusText(eErr err, const char* what, unsigned code, const char* const (&texts)[6])
+{
+    if (err != ERR_SUCCESS)
+        return couldNotGet(what, err);
+    return code < 6 ? QString::fromLatin1(texts[code]) : QString();
+}
+
+// The unit and its battery count the warm hours in the same four bands.
+template <typename Timer> QString warmBandLines(eErr err, const Timer& timer)
+{
+    QString text;
+    text += createStringTime(err,
+        latin1("Total run time 40-60\xB0"
+               "C"),
+        timer.runTime40to60);
+    text += createStringTime(err,
+        latin1("Total run time 60-70\xB0"
+               "C"),
+        timer.runTime60to70);
+    text += createStringTime(err,
+        latin1("Total run time 70-80\xB0"
+               "C"),
+        timer.runTime70to80);
+    text += createStringTime(err,
+        latin1("Total run time above 80\xB0"
+               "C"),
+        timer.runTimeAbove80);
+    return text;
+}
+
 typedef eErr (*TextQuery)(AboutHandle, char*, uint32_t);
 typedef eErr (*CountQuery)(AboutHandle, uint8_t*);
 typedef eErr (*FlagQuery)(AboutHandle, bool*);
@@ -151,22 +182,7 @@ QString readDiag()
     text += createStringTime(err, QStringLiteral("Total run time"), timer.totalRunTime);
     text += createStringTime(err, QStringLiteral("Total suspend time"), timer.totalSuspendTime);
     text += createStringTime(err, QStringLiteral("Total heat time"), timer.totalHeatTime);
-    text += createStringTime(err,
-        latin1("Total run time 40-60\xB0"
-               "C"),
-        timer.runTime40to60);
-    text += createStringTime(err,
-        latin1("Total run time 60-70\xB0"
-               "C"),
-        timer.runTime60to70);
-    text += createStringTime(err,
-        latin1("Total run time 70-80\xB0"
-               "C"),
-        timer.runTime70to80);
-    text += createStringTime(err,
-        latin1("Total run time above 80\xB0"
-               "C"),
-        timer.runTimeAbove80);
+    text += warmBandLines(err, timer);
 
     int16_t minimum = 0;
     int16_t maximum = 0;
@@ -254,22 +270,17 @@ QString readBatteryInfo()
 
     QString text;
 
+    static const char* const hwErrorTexts[] = {
+        "Battery reports no HW errors\n",
+        "Battery error! The thermistor temp sensor is not working\n",
+        "Battery error! The secondary temp sensor is not working\n",
+        "Battery error! Charging failed\n",
+        "Battery error! Overcurrent detected\n",
+        "Battery error! Battery not initiated\n",
+    };
     uint16_t hwError = 0;
     err = Battery_getHwErrorStatus(h, &hwError);
-    if (err != ERR_SUCCESS) {
-        text += couldNotGet("battery error status code", err);
-    } else {
-        static const char* const hwErrorTexts[] = {
-            "Battery reports no HW errors\n",
-            "Battery error! The thermistor temp sensor is not working\n",
-            "Battery error! The secondary temp sensor is not working\n",
-            "Battery error! Charging failed\n",
-            "Battery error! Overcurrent detected\n",
-            "Battery error! Battery not initiated\n",
-        };
-        if (hwError <= 5)
-            text += QLatin1String(hwErrorTexts[hwError]);
-    }
+    text += statusText(err, "battery error status code", hwError, hwErrorTexts);
 
     char buffer[20] = {};
     err = Battery_getBatteryHWversion(h, buffer, sizeof buffer);
@@ -296,22 +307,17 @@ QString readBatteryInfo()
     else
         text += QStringLiteral("Battery serial number: %1\n").arg(QString::fromLatin1(serial));
 
+    static const char* const chargingTexts[] = {
+        "Battery is not being charged\n",
+        "Battery is being charged\n",
+        "Battery is fully charged\n",
+        "Temperature is too low to charge the battery\n",
+        "Temperature is too high to charge the battery\n",
+        "Could not get battery charging status\n",
+    };
     uint8_t charging = 0;
     err = Battery_getBatteryChargingStatus(h, &charging);
-    if (err != ERR_SUCCESS) {
-        text += couldNotGet("battery charging status", err);
-    } else {
-        static const char* const chargingTexts[] = {
-            "Battery is not being charged\n",
-            "Battery is being charged\n",
-            "Battery is fully charged\n",
-            "Temperature is too low to charge the battery\n",
-            "Temperature is too high to charge the battery\n",
-            "Could not get battery charging status\n",
-        };
-        if (charging <= 5)
-            text += QLatin1String(chargingTexts[charging]);
-    }
+    text += statusText(err, "battery charging status", charging, chargingTexts);
 
     uint8_t source = 0;
     err = Battery_getPowerSource(h, &source);
@@ -367,22 +373,7 @@ QString readBatteryInfo()
             latin1("Total run time 0-40\xB0"
                    "C"),
             timer.runTime0to40);
-        text += createStringTime(ERR_SUCCESS,
-            latin1("Total run time 40-60\xB0"
-                   "C"),
-            timer.runTime40to60);
-        text += createStringTime(ERR_SUCCESS,
-            latin1("Total run time 60-70\xB0"
-                   "C"),
-            timer.runTime60to70);
-        text += createStringTime(ERR_SUCCESS,
-            latin1("Total run time 70-80\xB0"
-                   "C"),
-            timer.runTime70to80);
-        text += createStringTime(ERR_SUCCESS,
-            latin1("Total run time above 80\xB0"
-                   "C"),
-            timer.runTimeAbove80);
+        text += warmBandLines(ERR_SUCCESS, timer);
     }
 
     Battery_release(h);

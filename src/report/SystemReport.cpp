@@ -18,15 +18,6 @@ QString header(const char* title)
     return QStringLiteral("\n%1  %2  %3\n").arg(rule, QLatin1String(title), rule);
 }
 
-// "<what>: Error(<code>) <library text>\n" for reads that have no formatter.
-QString failedLine(const char* what, eErr err)
-{
-    return QStringLiteral("%1: Error(%2) %3\n")
-        .arg(QLatin1String(what))
-        .arg(static_cast<int>(err))
-        .arg(errorString(err));
-}
-
 typedef eErr (*VersionQuery)(AuxVersionHandle, uint8_t*, uint8_t*, uint8_t*, uint8_t*);
 
 QString versionLine(AuxVersionHandle h, const char* label, VersionQuery query)
@@ -76,7 +67,7 @@ QString backlightSettings()
     double k = 0.0;
     err = Backlight_getAutomaticBLParams(h, &softTransitions, &k);
     if (err != ERR_SUCCESS) {
-        text += failedLine("getAutomaticBLParams", err);
+        text += errorLine("getAutomaticBLParams", err);
     } else {
         uint8_t averageWindowSize = 0;
         uint8_t rejectWindowSize = 0;
@@ -85,7 +76,7 @@ QString backlightSettings()
         err = Backlight_getAutomaticBLFilter(
             h, &averageWindowSize, &rejectWindowSize, &rejectDeltaInLux, &samplingMode);
         if (err != ERR_SUCCESS) {
-            text += failedLine("getAutomaticBLFilter", err);
+            text += errorLine("getAutomaticBLFilter", err);
         } else {
             text += QStringLiteral("Automatic backlight settings:\n");
             text += QStringLiteral("   Soft transitions: %1\n").arg(softTransitions ? 1 : 0);
@@ -218,14 +209,14 @@ QString pwmSettings()
         uint8_t duty = 0;
         err = PWMOut_getPWMOutputChannelDutyCycle(h, channel, &duty);
         if (err != ERR_SUCCESS)
-            text += failedLine("PWMOut_getPWMOutputChannelDutyCycle", err);
+            text += errorLine("PWMOut_getPWMOutputChannelDutyCycle", err);
         else
             text += QStringLiteral("PWMOut channel %1 duty cycle: %2\n").arg(channel).arg(duty);
 
         float hertz = 0.0f;
         err = PWMOut_getPWMOutputChannelFrequency(h, channel, &hertz);
         if (err != ERR_SUCCESS)
-            text += failedLine("PWMOut_getPWMOutputChannelFrequency", err);
+            text += errorLine("PWMOut_getPWMOutputChannelFrequency", err);
         else
             text += QStringLiteral("PWMOut channel %1 frequency: %2\n").arg(channel).arg(doubleText(hertz));
     }
@@ -233,7 +224,7 @@ QString pwmSettings()
     uint8_t faults = 0;
     err = PWMOut_getPWMOutputStatus(h, &faults);
     if (err != ERR_SUCCESS) {
-        text += failedLine("PWMOut_getPWMOutputStatus", err);
+        text += errorLine("PWMOut_getPWMOutputStatus", err);
     } else {
         if (faults & 0x01)
             text += QStringLiteral("Status PWMOut channel 1: Not OK\n");
@@ -325,7 +316,7 @@ QString touchScreenSettings()
     TouchScreenMode mode = TOUCH_MODE_MOUSE_NEXT_BOOT;
     err = TouchScreen_getMode(h, &mode);
     if (err != ERR_SUCCESS) {
-        text += failedLine("TouchScreenMode", err);
+        text += errorLine("TouchScreenMode", err);
     } else {
         const char* name;
         switch (mode) {
