@@ -1,0 +1,130 @@
+// Running and measuring shared by the benchmarks: a program is started several
+// times on a throw-away simulated unit, and the median wall time and the
+// largest peak resident memory of its runs are reported.
+#ifndef BENCHSUPPORT_H
+#define BENCHSUPPORT_H
+
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace bench
+{
+
+struct Sample {
+    double ms = 0;
+    long peakKiB = 0;
+    bool ok = false;
+};
+
+struct Summary {
+    double medianMs = 0;
+    long peakKiB = 0;
+};
+
+// Offscreen, no trace, and a unit state that lives in `dir`; the profile is
+// "full" unless ZUAUX_SIM_PROFILE names another.
+inline void useThrowAwayUnit(const QTemporaryDir& dir)
+{
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    if (!getenv("ZUAUX_SIM_PROFILE"))
+        setenv("ZUAUX_SIM_PROFILE", "full", 1);
+    setenv("ZUAUX_SIM_STATE", dir.filePath(QStringLiteral("state.ini")).toLocal8Bit().constData(), 1);
+    unsetenv("ZUAUX_SIM_TRACE");
+}
+
+inline double msSince(std::chrono::steady_clock::time_point start)
+{
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+// Runs `command` once. Its time is taken when it ends or, given a `marker`,
+// when that text appears on its stdout; stderr is discarded then. A run is ok
+// when it exits with 0 (and printed the marker).
+inline Sample runOnce(const std::vector<std::string>& command, const char* marker = nullptr)
+{
+    Sample sample;
+    std::vector<char*> argv;
+    for (const std::string& argument : command)
+        argv.push_back(const_cast<char*>(argument.c_str()));
+    argv.push_back(nullptr);
+
+    int out[2] = { -1, -1 };
+    if (marker && pipe(out) != 0)
+        return sample;
+    const auto start = std::chrono::steady_clock::now();
+    const pid_t pid = fork();
+    if (pid == 0) {
+        if (marker) {
+            dup2(out[1], STDOUT_FILENO);
+            const int devNull = open("/dev/null", O_WRONLY);
+            if (devNull >= 0)
+                dup2(devNull, STDERR_FILENO);
+            close(out[0]);
+            close(out[1]);
+        }
+        execv(argv[0], argv.data());
+        _exit(127);
+    }
+    bool marked = !marker;
+    if (marker) {
+        close(out[1]);
+        std::string seen;
+        char buffer[256];
+        ssize_t n;
+        while (pid > 0 && (n = read(out[0], buffer, sizeof buffer)) > 0) {
+            seen.append(buffer, static_cast<size_t>(n));
+            if (!marked && seen.find(marker) != std::string::npos) {
+                marked = true;
+                sample.ms = msSince(start);
+            }
+        }
+        close(out[0]);
+    }
+    int status = 0;
+    struct rusage usage = {};
+    if (pid < 0 || wait4(pid, &status, 0, &usage) != pid)
+        return sample;
+    if (!marker)
+        sample.ms = msSince(start);
+    sample.peakKiB = usage.ru_maxrss;
+    sample.ok = marked && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    return sample;
+}
+
+// Runs `command` `runs` times and prints one summary line under `label`.
+// `ranWell`, when given, judges each run further (a file it had to write).
+inline bool measure(const char* label, const std::vector<std::string>& command, int runs, Summary& summary,
+    const char* marker = nullptr, const std::function<bool()>& ranWell = {})
+{
+    std::vector<double> times;
+    for (int i = 0; i < runs; ++i) {
+        const Sample s = runOnce(command, marker);
+        if (!s.ok || (ranWell && !ranWell())) {
+            std::printf("%s: run %d failed (%s)\n", label, i + 1, command[0].c_str());
+            return false;
+        }
+        times.push_back(s.ms);
+        summary.peakKiB = std::max(summary.peakKiB, s.peakKiB);
+    }
+    std::sort(times.begin(), times.end());
+    summary.medianMs = times[times.size() / 2];
+    std::printf("%-16s %8.1f ms (median of %d)   peak memory %8ld KiB\n", label, summary.medianMs, runs,
+        summary.peakKiB);
+    return true;
+}
+
+} // namespace bench
+
+#endif // BENCHSUPPORT_H
