@@ -17,66 +17,13 @@
 namespace
 {
 
-// A page that only names itself, for a page class not offered yet.
+// A page that only names itself, for a page class not offered yet: offering
+// one is a change of its addTab line in the constructor.
 tabDlg* titled(QWidget* parent, const char* title)
 {
     auto* page = new tabDlg(parent);
     page->setWindowTitle(QString::fromLatin1(title));
     return page;
-}
-
-// The page classes of this window, one line each.
-tabDlg* newVersionPage(QWidget* parent)
-{
-    return new tabVersionDlg(parent);
-}
-tabDlg* newTemperaturePage(QWidget* parent)
-{
-    return titled(parent, "Temperature");
-}
-tabDlg* newBacklightPage(QWidget* parent)
-{
-    return new tabBacklightDlg(parent);
-}
-tabDlg* newSysConfigPage(QWidget* parent)
-{
-    return titled(parent, "Heater");
-}
-tabDlg* newAdvancedPage(QWidget* parent)
-{
-    return titled(parent, "Advanced");
-}
-tabDlg* newLedPage(QWidget* parent)
-{
-    return new tabLEDDlg(parent);
-}
-tabDlg* newBuzzerPage(QWidget* parent)
-{
-    return new tabBuzzerDlg(parent);
-}
-tabDlg* newAboutPage(QWidget* parent)
-{
-    return new tabAboutDlg(parent);
-}
-tabDlg* newCanPage(QWidget* parent)
-{
-    return titled(parent, "CAN");
-}
-tabDlg* newIOPage(QWidget* parent)
-{
-    return titled(parent, "Configurable Inputs - PWM Outputs");
-}
-tabDlg* newLightSensorPage(QWidget* parent)
-{
-    return new tabLightSensorDlg(parent);
-}
-tabDlg* newOnOffPage(QWidget* parent)
-{
-    return titled(parent, "On/Off Settings");
-}
-tabDlg* newButtonsPage(QWidget* parent)
-{
-    return titled(parent, "Buttons");
 }
 
 // A query the library cannot answer counts as "present": a page is rather
@@ -129,11 +76,11 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
 
     auto* menu = new tabMenuDlg(this);
     addTab(menu, tabMenuDlg::MENU);
-    addTab(newVersionPage(this), tabMenuDlg::VERSION);
-    addTab(newTemperaturePage(this), tabMenuDlg::TEMPERATURE);
+    addTab(new tabVersionDlg(this), tabMenuDlg::VERSION);
+    addTab(titled(this, "Temperature"), tabMenuDlg::TEMPERATURE);
 
     if (hasDisplay) {
-        addTab(newBacklightPage(this), tabMenuDlg::DISPLAY);
+        addTab(new tabBacklightDlg(this), tabMenuDlg::DISPLAY);
     } else {
         addTab(new tabDlg(this), tabMenuDlg::DISPLAY);
         menu->grey(tabMenuDlg::DISPLAY, QStringLiteral("backgroundGrey.png"), tr("Display is not available"));
@@ -143,19 +90,19 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
     menu->grey(tabMenuDlg::POWER, QStringLiteral("energyGrey.png"), tr("Power is not available"));
 
     if (hasHeater) {
-        addTab(newSysConfigPage(this), tabMenuDlg::SYSCONFIG);
+        addTab(titled(this, "Heater"), tabMenuDlg::SYSCONFIG);
     } else {
         addTab(new tabDlg(this), tabMenuDlg::SYSCONFIG);
         menu->grey(tabMenuDlg::SYSCONFIG, QStringLiteral("heaterGrey.png"), tr("Heater is not available"));
     }
 
-    addTab(newAdvancedPage(this), tabMenuDlg::ADVANCED);
+    addTab(titled(this, "Advanced"), tabMenuDlg::ADVANCED);
 
-    addTab(newLedPage(this), tabMenuDlg::LED);
+    addTab(new tabLEDDlg(this), tabMenuDlg::LED);
     menu->setCaption(tabMenuDlg::LED, QStringLiteral("Btn backlight"));
 
     if (hasDisplay) {
-        addTab(newBuzzerPage(this), tabMenuDlg::BUZZER);
+        addTab(new tabBuzzerDlg(this), tabMenuDlg::BUZZER);
     } else {
         // Registered under the Display number, not the Buzzer one: it takes
         // the place of the Display placeholder and leaves the Buzzer entry empty.
@@ -163,10 +110,10 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
         menu->grey(tabMenuDlg::BUZZER, QString(), tr("Buzzer is not available"));
     }
 
-    addTab(newAboutPage(this), tabMenuDlg::ABOUT);
+    addTab(new tabAboutDlg(this), tabMenuDlg::ABOUT);
 
     if (hasCan) {
-        addTab(newCanPage(this), tabMenuDlg::CAN);
+        addTab(titled(this, "CAN"), tabMenuDlg::CAN);
     } else {
         addTab(new tabDlg(this), tabMenuDlg::CAN);
         menu->grey(tabMenuDlg::CAN, QString(), tr("Can is not available"));
@@ -175,14 +122,14 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
     if (hasDigIO) {
         menu->setCaption(tabMenuDlg::DIGIO, QCoreApplication::translate("tabMenu", "I/O"));
         menu->setIcon(tabMenuDlg::DIGIO, QStringLiteral("IO.png"));
-        addTab(newIOPage(this), tabMenuDlg::DIGIO);
+        addTab(titled(this, "Configurable Inputs - PWM Outputs"), tabMenuDlg::DIGIO);
     } else {
         addTab(new tabDlg(this), tabMenuDlg::DIGIO);
         menu->grey(tabMenuDlg::DIGIO, QString(), tr("Digital Input is not available"));
     }
 
     if (hasDisplay) {
-        addTab(newLightSensorPage(this), tabMenuDlg::LIGHTSENSOR);
+        addTab(new tabLightSensorDlg(this), tabMenuDlg::LIGHTSENSOR);
     } else {
         addTab(new tabDlg(this), tabMenuDlg::LIGHTSENSOR);
         menu->grey(
@@ -193,11 +140,11 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
     menu->grey(tabMenuDlg::TOUCH, QStringLiteral("tabletGrey.png"),
         hasTouch ? tr("Touch Screen calibration from start menu") : tr("Touch Screen is not available"));
 
-    addTab(newOnOffPage(this), tabMenuDlg::ONOFF);
+    addTab(titled(this, "On/Off Settings"), tabMenuDlg::ONOFF);
 
     menu->setCaption(tabMenuDlg::TELEMATICS, QCoreApplication::translate("tabMenu", "Buttons"));
     menu->setIcon(tabMenuDlg::TELEMATICS, QStringLiteral("Buttons.png"));
-    addTab(newButtonsPage(this), tabMenuDlg::TELEMATICS);
+    addTab(titled(this, "Buttons"), tabMenuDlg::TELEMATICS);
 
     ui->tabWidget->setLayout(pageLayout);
     connect(menu, &tabMenuDlg::tabSelectionChanged, this, &ZuSettings::showTab);
