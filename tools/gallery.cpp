@@ -1,7 +1,11 @@
 // Renders the main window once per registered page into PNG files, for
 // looking at every page of a unit profile without a display:
 //
-//   gallery [--profile <name or INI path>] [--out <dir>]
+//   gallery [--profile <name or INI path>] [--out <dir>] [--wait <ms>] [--form-only]
+//
+// --wait lets each page run that long before it is grabbed, so that pages which
+// poll the unit show their first readings (500 ms ticks: 600 is enough).
+// --form-only grabs the centred form without the screen margins around it.
 //
 // Files are named <profile>-<index>-<page>.png. Message boxes are recorded
 // and listed on stdout instead of being shown, so the run never blocks.
@@ -11,9 +15,11 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QEventLoop>
 #include <QFileInfo>
 #include <QScreen>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -31,8 +37,13 @@ void listMessages(const Dialogs::Recorder& recorder, int& listed)
             qPrintable(recorder.shown[listed].text));
 }
 
-void settle()
+void settle(int waitMs)
 {
+    if (waitMs > 0) {
+        QEventLoop loop;
+        QTimer::singleShot(waitMs, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
     for (int i = 0; i < 5; ++i)
         QCoreApplication::processEvents();
 }
@@ -43,12 +54,22 @@ int main(int argc, char* argv[])
 {
     QString profile = QStringLiteral("full");
     QString outDir = QStringLiteral(".");
+    int waitMs = 0;
+    bool formOnly = false;
     for (int i = 1; i < argc; ++i) {
         const QByteArray arg(argv[i]);
-        if ((arg == "--profile" || arg == "--out") && i + 1 < argc) {
+        bool ok = i + 1 < argc;
+        if (ok && (arg == "--profile" || arg == "--out"))
             (arg == "--profile" ? profile : outDir) = QString::fromLocal8Bit(argv[++i]);
-        } else {
-            std::fprintf(stderr, "usage: %s [--profile <name>] [--out <dir>]\n", argv[0]);
+        else if (arg == "--form-only")
+            formOnly = ok = true;
+        else if (ok && arg == "--wait")
+            waitMs = QByteArray(argv[++i]).toInt(&ok);
+        else
+            ok = false;
+        if (!ok || waitMs < 0) {
+            std::fprintf(
+                stderr, "usage: %s [--profile <name>] [--out <dir>] [--wait <ms>] [--form-only]\n", argv[0]);
             return 2;
         }
     }
@@ -76,7 +97,7 @@ int main(int argc, char* argv[])
     ZuSettings window(nullptr, Qt::WindowFlags());
     prepareMainWindow(window, QGuiApplication::primaryScreen()->geometry());
     window.show();
-    settle();
+    settle(0);
     int listed = 0;
     listMessages(recorder, listed);
 
@@ -85,10 +106,11 @@ int main(int argc, char* argv[])
         if (!window.page(index))
             continue;
         window.showTab(index);
-        settle();
+        settle(waitMs);
         const QString file = QDir(outDir).filePath(
             QStringLiteral("%1-%2-%3.png").arg(prefix).arg(index).arg(QLatin1String(pageNames[index])));
-        if (!window.grab().save(file)) {
+        const QPixmap shot = formOnly ? window.grab(window.centralWidget()->geometry()) : window.grab();
+        if (!shot.save(file)) {
             std::fprintf(stderr, "gallery: cannot write %s\n", qPrintable(file));
             ++failures;
             continue;
