@@ -29,10 +29,10 @@ tabBuzzerDlg::tabBuzzerDlg(QWidget* parent)
     connect(ui->sliderVol, &QSlider::valueChanged, this, &tabBuzzerDlg::sliderVolChanged);
 }
 
-// The controls write what they are set to, so a reading outside their range
-// reaches the unit clamped just by showing the page.
 tabBuzzerDlg::~tabBuzzerDlg() = default;
 
+// The controls write what they are set to, so a reading outside their range
+// reaches the unit clamped just by showing the page.
 void tabBuzzerDlg::showEvent(QShowEvent* event)
 {
     tabDlg::showEvent(event);

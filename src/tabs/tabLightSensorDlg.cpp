@@ -122,9 +122,10 @@ void tabLightSensorDlg::updateIlluminance()
     } else if (luxErr == ERR_NOT_SUPPORTED) {
         ui->groupBoxLightsensor->hide();
     } else {
+        // The range is still read, and its text replaces the "not running"
+        // notice.
         showError(luxErr, "getIlluminance");
         stop();
-        return;
     }
 
     uint8_t range = 0;
@@ -138,8 +139,8 @@ void tabLightSensorDlg::updateIlluminance()
             text += QStringLiteral("Unknown range");
     } else if (rangeErr != ERR_NOT_SUPPORTED) {
         showError(rangeErr, "getOperatingRange");
+        text = notRunningText();
         stop();
-        return;
     }
 
     // Rewriting an unchanged text would reset the cursor and selection.
