@@ -1,5 +1,5 @@
 #include "Dialogs.h"
-#include "Sections.h"
+#include "reportcheck.h"
 #include "simunit.h"
 #include "tabAboutDlg.h"
 
@@ -10,88 +10,58 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-namespace
-{
-
-QComboBox* selection(tabAboutDlg& page)
-{
-    return page.findChild<QComboBox*>("comboBoxSelection");
-}
-
-QString shownText(tabAboutDlg& page)
-{
-    return page.findChild<QPlainTextEdit*>("textEditInfo")->toPlainText();
-}
-
-QStringList entries(tabAboutDlg& page)
-{
-    QStringList texts;
-    for (int index = 0; index < selection(page)->count(); ++index)
-        texts << selection(page)->itemText(index);
-    return texts;
-}
-
-} // namespace
-
 class tst_about : public QObject
 {
     Q_OBJECT
 private slots:
     void init() { resetUnit(); }
 
-    void entriesDependOnBattery_data();
-    void entriesDependOnBattery();
-    void opensOnEepromDataOnly();
+    void entries_data();
+    void entries();
     void views_data();
     void views();
-    void reportRebuiltOnlyWhenChosen();
-    void showingDoesNotRefresh();
-    void saveCancelled();
-    void saveWritesLatin1();
-    void saveToUnwritablePlace();
+    void save_data();
+    void save();
+
+private:
+    static QComboBox* selection(tabAboutDlg& page) { return page.findChild<QComboBox*>("comboBoxSelection"); }
+    static QString shown(tabAboutDlg& page)
+    {
+        return page.findChild<QPlainTextEdit*>("textEditInfo")->toPlainText();
+    }
 };
 
-void tst_about::entriesDependOnBattery_data()
+void tst_about::entries_data()
 {
-    QTest::addColumn<int>("fitted");
-    QTest::addColumn<int>("code");
+    QTest::addColumn<QStringList>("settings");
     QTest::addColumn<bool>("withBattery");
 
-    QTest::newRow("battery") << 1 << 0 << true;
-    QTest::newRow("no battery") << 0 << 0 << false;
-    QTest::newRow("presence query fails") << 1 << 7 << false;
-    QTest::newRow("presence query unsupported") << 1 << 2 << false;
+    QTest::newRow("battery") << QStringList { "Unit/HasBattery=1" } << true;
+    QTest::newRow("no battery") << QStringList { "Unit/HasBattery=0" } << false;
+    QTest::newRow("presence query fails")
+        << QStringList { "Unit/HasBattery=1", "Battery_isBatteryPresent=7" } << false;
 }
 
-void tst_about::entriesDependOnBattery()
+// Filling the combo box builds no views; the page opens on the EEPROM data.
+void tst_about::entries()
 {
-    QFETCH(int, fitted);
-    QFETCH(int, code);
+    QFETCH(QStringList, settings);
     QFETCH(bool, withBattery);
 
-    ZuAuxSim::setValue("Unit/HasBattery", fitted);
-    if (code != 0)
-        ZuAuxSim::forceCode("Battery_isBatteryPresent", code);
+    for (const QString& setting : settings)
+        change(setting);
     tabAboutDlg page(nullptr);
     QStringList expected
         = { "EEPROM data", "Diagnostic data", "ADC values", "CPU board data", "System report" };
     if (withBattery)
         expected << "Battery data";
-    QCOMPARE(entries(page), expected);
-    QCOMPARE(callsTo("GetBattery(").size(), 1);
+    QStringList texts;
+    for (int index = 0; index < selection(page)->count(); ++index)
+        texts << selection(page)->itemText(index);
+    QCOMPARE(texts, expected);
     QCOMPARE(callsTo("Battery_release(").size(), 1);
-}
-
-// Filling the combo box builds no views; the constructor builds exactly one.
-void tst_about::opensOnEepromDataOnly()
-{
-    tabAboutDlg page(nullptr);
-    QCOMPARE(selection(page)->currentIndex(), 0);
-    QCOMPARE(callsTo("GetAbout(").size(), 1);
-    for (const char* family : { "GetDiagnostic(", "GetAdc(", "GetAuxVersion(", "GetConfig(" })
-        QVERIFY2(callsTo(family).isEmpty(), family);
-    QVERIFY(shownText(page).startsWith("Mainboard:\n"));
-    QCOMPARE(shownText(page), readEeprom());
+    QVERIFY(callsTo("GetDiagnostic(").isEmpty() && callsTo("GetAdc(").isEmpty());
+    QVERIFY(shown(page).startsWith("Mainboard:\n"));
 }
 
 void tst_about::views_data()
@@ -99,117 +69,77 @@ void tst_about::views_data()
     QTest::addColumn<int>("index");
     QTest::addColumn<QString>("start");
 
-    QTest::newRow("EEPROM data") << 0 << "Mainboard:\n";
     QTest::newRow("Diagnostic data") << 1 << "Diagnostic data:\n";
     QTest::newRow("ADC values") << 2 << "ADC values\n";
-    QTest::newRow("CPU board data") << 3 << "";
     QTest::newRow("System report") << 4 << "\nSystem report generated on: ";
     QTest::newRow("Battery data") << 5 << "Battery reports no HW errors\n";
 }
 
+// Each choice builds its view; showing the page builds nothing, and an index
+// outside the table leaves the area empty.
 void tst_about::views()
 {
     QFETCH(int, index);
     QFETCH(QString, start);
 
-    ZuAuxSim::setValue("Unit/HasBattery", 1);
-    ZuAuxSim::setValue("Battery/HwErrorStatus", 0);
+    change("Unit/HasBattery=1");
+    change("Battery/HwErrorStatus=0");
     tabAboutDlg page(nullptr);
-    // Away first, so that every entry, 0 included, is a change.
-    selection(page)->setCurrentIndex(index == 3 ? 2 : 3);
     selection(page)->setCurrentIndex(index);
-    const QString text = shownText(page);
-    QVERIFY2(text.startsWith(start), qPrintable(text.left(80)));
-    if (index == 3)
-        QVERIFY(text.isEmpty());
-    if (index == 4)
-        QVERIFY(text.endsWith("------------------  End of report  ------------------\n"));
-
-    // An index outside the table leaves the area empty.
-    page.selectionIndexChanged(6);
-    QVERIFY(shownText(page).isEmpty());
-}
-
-void tst_about::reportRebuiltOnlyWhenChosen()
-{
-    tabAboutDlg page(nullptr);
-    QCOMPARE(callsTo("GetAuxVersion(").size(), 0);
-    selection(page)->setCurrentIndex(4);
-    QCOMPARE(callsTo("GetAuxVersion(").size(), 1);
-    selection(page)->setCurrentIndex(4);
-    QCOMPARE(callsTo("GetAuxVersion(").size(), 1);
-    selection(page)->setCurrentIndex(0);
-    selection(page)->setCurrentIndex(4);
-    QCOMPARE(callsTo("GetAuxVersion(").size(), 2);
-}
-
-void tst_about::showingDoesNotRefresh()
-{
-    tabAboutDlg page(nullptr);
-    ZuAuxSim::clearTrace();
+    QVERIFY2(shown(page).startsWith(start), qPrintable(shown(page).left(80)));
+    QCOMPARE(shown(page).isEmpty(), start.isEmpty());
+    const int calls = ZuAuxSim::trace().size();
     page.show();
     QVERIFY(QTest::qWaitForWindowExposed(&page));
-    page.hide();
-    page.show();
-    QVERIFY(ZuAuxSim::trace().isEmpty());
+    QCOMPARE(ZuAuxSim::trace().size(), calls);
+    page.selectionIndexChanged(6);
+    QVERIFY(shown(page).isEmpty());
 }
 
-void tst_about::saveCancelled()
+void tst_about::save_data()
 {
-    QTemporaryDir dir;
-    tabAboutDlg page(nullptr);
-    Dialogs::Recorder recorder;
-    page.findChild<QPushButton*>("pushButtonSaveAs")->click();
-    QCOMPARE(recorder.fileRequests, QStringList { "Save Data" });
-    QVERIFY(recorder.shown.isEmpty());
-    QVERIFY(QDir(dir.path()).entryList(QDir::Files).isEmpty());
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<bool>("written");
+
+    QTest::newRow("cancelled") << "" << false;
+    QTest::newRow("replaces a longer file") << "diagnostics" << true;
+    QTest::newRow("unwritable") << "missing/report.txt" << false;
 }
 
-void tst_about::saveWritesLatin1()
+// The file gets the shown text in Latin-1 under the very name chosen.
+void tst_about::save()
 {
+    QFETCH(QString, answer);
+    QFETCH(bool, written);
+
     QTemporaryDir dir;
-    const QString path = dir.filePath("diagnostics");
-    {
-        QFile old(path);
-        QVERIFY(old.open(QIODevice::WriteOnly));
-        old.write(QByteArray(20000, 'x'));
-    }
+    QFile file(dir.filePath("diagnostics"));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(20000, 'x')) == 20000);
+    file.close();
     tabAboutDlg page(nullptr);
     selection(page)->setCurrentIndex(1);
     Dialogs::Recorder recorder;
-    recorder.answerFileName(path);
+    if (!answer.isEmpty())
+        recorder.answerFileName(dir.filePath(answer));
     page.findChild<QPushButton*>("pushButtonSaveAs")->click();
-    QVERIFY(recorder.shown.isEmpty());
+    QCOMPARE(recorder.fileRequests, QStringList { "Save Data" });
 
-    // No extension is added, an old file is replaced, and the degree sign is
-    // one byte.
-    QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll();
-    QCOMPARE(bytes, shownText(page).toLatin1());
-    QVERIFY(bytes.startsWith("Diagnostic data:\n"));
-    QVERIFY(bytes.contains("Total run time 40-60\xB0"
-                           "C: "));
-    QVERIFY(!bytes.contains("\xC2\xB0"));
-}
-
-void tst_about::saveToUnwritablePlace()
-{
-    QTemporaryDir dir;
-    const QString path = dir.filePath("missing/report.txt");
-    QFile probe(path);
+    QCOMPARE(bytes == shown(page).toLatin1(), written);
+    QCOMPARE(bytes.contains("Total run time 40-60\xB0"
+                            "C: "),
+        written);
+    if (answer.isEmpty() || written) {
+        QVERIFY(recorder.shown.isEmpty());
+        return;
+    }
+    QFile probe(dir.filePath(answer));
     QVERIFY(!probe.open(QIODevice::WriteOnly));
-
-    tabAboutDlg page(nullptr);
-    Dialogs::Recorder recorder;
-    recorder.answerFileName(path);
-    page.SaveFileAs();
-    QCOMPARE(recorder.shown.size(), 1);
-    QCOMPARE(recorder.shown[0].title, QStringLiteral("Unable to open file"));
-    QCOMPARE(recorder.shown[0].text, probe.errorString());
-    QCOMPARE(recorder.shown[0].icon, QMessageBox::Information);
-    QCOMPARE(recorder.shown[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
-    QVERIFY(!QFile::exists(path));
+    QCOMPARE(recorder.texts(), QStringList { probe.errorString() });
+    const Dialogs::Shown& box = recorder.shown[0];
+    QCOMPARE(box.title, QStringLiteral("Unable to open file"));
+    QVERIFY(box.icon == QMessageBox::Information && box.buttons == QMessageBox::Ok);
 }
 
 QTEST_MAIN(tst_about)
