@@ -1,6 +1,6 @@
-// The simulated unit under concurrent use: a battery monitor and a GPS thread
-// poll while other threads write settings and the test thread drives the
-// control API. Every call must answer sensibly and leave exactly one trace line.
+// The simulated unit under concurrent use: monitor threads poll while others
+// write settings and the test thread drives the control API. Every call must
+// answer sensibly and leave exactly one trace line.
 #include "simunit.h"
 #include "zuaux2.h"
 
@@ -13,121 +13,65 @@
 
 using namespace Korvane;
 
-namespace
-{
-
-// Each worker counts the trace lines it causes and the answers it did not expect.
-struct Tally {
-    QAtomicInt lines;
-    QAtomicInt faults;
-};
-
-QThread* worker(Tally& tally, int rounds, std::function<bool()> step, int linesPerStep)
-{
-    return QThread::create([&tally, rounds, step, linesPerStep] {
-        for (int i = 0; i < rounds; ++i) {
-            if (!step())
-                tally.faults.ref();
-            tally.lines.fetchAndAddRelaxed(linesPerStep);
-        }
-    });
-}
-
-} // namespace
-
 class TestSimThreads : public QObject
 {
     Q_OBJECT
 private slots:
-    void concurrentCalls_data();
     void concurrentCalls();
 };
 
-void TestSimThreads::concurrentCalls_data()
-{
-    QTest::addColumn<bool>("withStateFile");
-    QTest::addColumn<int>("rounds");
-
-    QTest::newRow("in memory") << false << 400;
-    QTest::newRow("saved to a state file") << true << 40;
-}
-
 void TestSimThreads::concurrentCalls()
 {
-    QFETCH(bool, withStateFile);
-    QFETCH(int, rounds);
-
+    // Writers save to a state file, the slowest path, so the calls overlap.
+    const int rounds = 60;
     QTemporaryDir dir;
-    ZuAuxSim::reset(
-        QStringLiteral("full"), withStateFile ? dir.filePath(QStringLiteral("state.ini")) : QString());
-    Tally tally;
+    ZuAuxSim::reset(QStringLiteral("full"), dir.filePath(QStringLiteral("state.ini")));
 
-    QList<QThread*> threads;
-    // Two writers with values of their own; readers must only ever see one of them.
-    for (int writer = 0; writer < 2; ++writer) {
-        threads << worker(
-            tally, rounds,
-            [writer] {
-                const uint16_t rate = writer == 0 ? 250 : 500;
-                return Backlight_setIntensity(GetBacklight(), uint8_t(100 + writer)) == ERR_SUCCESS
-                    && CanSetting_setBaudrate(GetCanSetting(), uint8_t(writer + 1), rate) == ERR_SUCCESS;
-            },
-            4);
+    // Each step makes four trace lines: two writers with values of their own,
+    // a reader that must only ever see one of them, and a battery monitor.
+    QList<std::function<bool()>> steps;
+    for (int writer : { 1, 2 }) {
+        steps << [writer] {
+            return Backlight_setIntensity(GetBacklight(), uint8_t(99 + writer)) == ERR_SUCCESS
+                && CanSetting_setBaudrate(GetCanSetting(), uint8_t(writer), uint16_t(250 * writer))
+                == ERR_SUCCESS;
+        };
     }
-    threads << worker(
-        tally, rounds,
-        [] {
-            uint8_t intensity = 0;
-            uint16_t rate = 0;
-            return Backlight_getIntensity(GetBacklight(), &intensity) == ERR_SUCCESS
-                && (intensity == 255 || intensity == 100 || intensity == 101)
-                && CanSetting_getBaudrate(GetCanSetting(), 2, &rate) == ERR_SUCCESS
-                && (rate == 125 || rate == 500);
-        },
-        4);
-    // The battery monitor.
-    threads << worker(
-        tally, rounds,
-        [] {
-            BatteryHandle h = GetBattery();
-            uint8_t level = 0, source = 0;
-            int16_t temp = 0;
-            const bool ok = Battery_getBatteryVoltageStatus(h, &level) == ERR_SUCCESS && level <= 100
-                && Battery_getPowerSource(h, &source) == ERR_SUCCESS
-                && Battery_getBatteryTemp(h, &temp) == ERR_SUCCESS;
-            Battery_release(h);
-            return ok;
-        },
-        5);
-    // The GPS reader.
-    threads << worker(
-        tally, rounds,
-        [] {
-            TelematicsHandle h = GetTelematics();
-            ZuStatus antenna = ZU_DISABLED;
-            char port[64];
-            const bool ok = Telematics_getGPSAntennaStatus(h, &antenna) == ERR_SUCCESS
-                && ZuAuxPrivate_getFileSetting(GetZuAuxPrivate(), "Screen_Rotation", port, sizeof port)
-                    == ERR_SUCCESS
-                && QByteArray(port) == "0";
-            Telematics_release(h);
-            return ok;
-        },
-        5);
+    steps << [] {
+        uint8_t intensity = 0;
+        uint16_t rate = 0;
+        return Backlight_getIntensity(GetBacklight(), &intensity) == ERR_SUCCESS
+            && (intensity == 255 || intensity == 100 || intensity == 101)
+            && CanSetting_getBaudrate(GetCanSetting(), 2, &rate) == ERR_SUCCESS
+            && (rate == 125 || rate == 500);
+    };
+    steps << [] {
+        uint8_t level = 0;
+        int16_t temp = 0;
+        return Battery_getBatteryVoltageStatus(GetBattery(), &level) == ERR_SUCCESS && level <= 100
+            && Battery_getBatteryTemp(GetBattery(), &temp) == ERR_SUCCESS;
+    };
+    QAtomicInt faults;
+    QList<QThread*> threads;
+    for (const auto& step : steps) {
+        threads << QThread::create([&faults, step, rounds] {
+            for (int i = 0; i < rounds; ++i) {
+                if (!step())
+                    faults.ref();
+            }
+        });
+        threads.last()->start();
+    }
 
-    for (QThread* thread : threads)
-        thread->start();
     // Meanwhile the test thread injects and withdraws a code on an operation
     // nobody above uses, and reads the trace.
     int ownLines = 0;
     while (std::any_of(threads.cbegin(), threads.cend(), [](QThread* t) { return !t->isFinished(); })) {
         ZuAuxSim::forceCode(QStringLiteral("Buzzer_getVolume"), 13);
-        uint16_t volume = 0;
-        QCOMPARE(Buzzer_getVolume(GetBuzzer(), &volume), ERR_BUSY);
+        if (Buzzer_getVolume(GetBuzzer(), nullptr) != ERR_BUSY || ZuAuxSim::trace().isEmpty())
+            faults.ref();
         ZuAuxSim::clearCodes();
-        QCOMPARE(Buzzer_getVolume(GetBuzzer(), &volume), ERR_SUCCESS);
-        ownLines += 4;
-        QVERIFY(!ZuAuxSim::trace().isEmpty());
+        ownLines += 2;
         QThread::yieldCurrentThread();
     }
     for (QThread* thread : threads) {
@@ -135,17 +79,13 @@ void TestSimThreads::concurrentCalls()
         delete thread;
     }
 
-    QCOMPARE(tally.faults.loadRelaxed(), 0);
+    QCOMPARE(faults.loadRelaxed(), 0);
     const QStringList trace = ZuAuxSim::trace();
-    QCOMPARE(trace.size(), tally.lines.loadRelaxed() + ownLines);
+    QCOMPARE(trace.size(), steps.size() * rounds * 4 + ownLines);
     // Lines are whole: each is a handle call or ends with its code.
     for (const QString& line : trace)
         QVERIFY2(
             line.endsWith(QLatin1String("()")) || line.contains(QLatin1String(") -> ")), qPrintable(line));
-
-    uint8_t intensity = 0;
-    QCOMPARE(Backlight_getIntensity(GetBacklight(), &intensity), ERR_SUCCESS);
-    QVERIFY(intensity == 100 || intensity == 101);
 }
 
 QTEST_GUILESS_MAIN(TestSimThreads)
