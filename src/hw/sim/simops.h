@@ -100,6 +100,18 @@ template <class T> eErr getOne(Store& u, const QString& key, T* out)
     return Korvane::ERR_SUCCESS;
 }
 
+// Two outputs kept under two keys; the value exists only with both of them.
+template <class A, class B> eErr getPair(Store& u, const QString& keyA, A* a, const QString& keyB, B* b)
+{
+    if (!u.has(keyA) || !u.has(keyB))
+        return Korvane::ERR_NOT_SUPPORTED;
+    if (!a || !b)
+        return Korvane::ERR_INVALID_PARAMETER;
+    *a = fromStore<A>(u, keyA);
+    *b = fromStore<B>(u, keyB);
+    return Korvane::ERR_SUCCESS;
+}
+
 template <class T> eErr setOne(Store& u, const QString& key, T value, bool valid)
 {
     if (!u.has(key))

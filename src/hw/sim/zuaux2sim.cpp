@@ -261,15 +261,10 @@ eErr Backlight_stopAutomaticBL(BacklightHandle h)
 eErr Backlight_getAutomaticBLParams(BacklightHandle h, bool* softTransitions, double* k)
 {
     return run("Backlight_getAutomaticBLParams", h, QString(), [&](Store& u) -> eErr {
-        const QString soft = QStringLiteral("Backlight/SoftTransitions");
-        const QString kValue = QStringLiteral("Backlight/KValue");
-        if (!hasDisplay(u) || !u.has(soft) || !u.has(kValue))
+        if (!hasDisplay(u))
             return ERR_NOT_SUPPORTED;
-        if (!softTransitions || !k)
-            return ERR_INVALID_PARAMETER;
-        *softTransitions = fromStore<bool>(u, soft);
-        *k = u.number(kValue);
-        return ERR_SUCCESS;
+        return getPair(u, QStringLiteral("Backlight/SoftTransitions"), softTransitions,
+            QStringLiteral("Backlight/KValue"), k);
     });
 }
 
@@ -354,15 +349,10 @@ SIM_GET(Battery, PowerSource, uint8_t, hasBattery(u))
 eErr Battery_getMinMaxTemp(BatteryHandle h, int16_t* minCelsius, int16_t* maxCelsius)
 {
     return run("Battery_getMinMaxTemp", h, QString(), [&](Store& u) -> eErr {
-        const QString low = QStringLiteral("Battery/MinTemp");
-        const QString high = QStringLiteral("Battery/MaxTemp");
-        if (!hasBattery(u) || !u.has(low) || !u.has(high))
+        if (!hasBattery(u))
             return ERR_NOT_SUPPORTED;
-        if (!minCelsius || !maxCelsius)
-            return ERR_INVALID_PARAMETER;
-        *minCelsius = fromStore<int16_t>(u, low);
-        *maxCelsius = fromStore<int16_t>(u, high);
-        return ERR_SUCCESS;
+        return getPair(
+            u, QStringLiteral("Battery/MinTemp"), minCelsius, QStringLiteral("Battery/MaxTemp"), maxCelsius);
     });
 }
 
@@ -420,15 +410,10 @@ SIM_GET_AT(CfgIn, Value, uint16_t, "About/NrOfCfgInConnections")
 eErr CfgIn_getPwmValue(CfgInHandle h, uint8_t input, float* hertz, uint8_t* dutyCycle)
 {
     return run("CfgIn_getPwmValue", h, traceArgs(input), [&](Store& u) -> eErr {
-        const QString frequency = indexed("CfgIn/PwmFrequency", input);
-        const QString duty = indexed("CfgIn/PwmDutyCycle", input);
-        if (!inRange(u, "About/NrOfCfgInConnections", input) || !u.has(frequency) || !u.has(duty))
+        if (!inRange(u, "About/NrOfCfgInConnections", input))
             return ERR_NOT_SUPPORTED;
-        if (!hertz || !dutyCycle)
-            return ERR_INVALID_PARAMETER;
-        *hertz = fromStore<float>(u, frequency);
-        *dutyCycle = fromStore<uint8_t>(u, duty);
-        return ERR_SUCCESS;
+        return getPair(
+            u, indexed("CfgIn/PwmFrequency", input), hertz, indexed("CfgIn/PwmDutyCycle", input), dutyCycle);
     });
 }
 
@@ -506,16 +491,9 @@ SIM_GET(Diagnostic, StartupReason, uint16_t, true)
 
 eErr Diagnostic_getMinMaxTemp(DiagnosticHandle h, int16_t* minCelsius, int16_t* maxCelsius)
 {
-    return run("Diagnostic_getMinMaxTemp", h, QString(), [&](Store& u) -> eErr {
-        const QString low = QStringLiteral("Diagnostic/MinTemp");
-        const QString high = QStringLiteral("Diagnostic/MaxTemp");
-        if (!u.has(low) || !u.has(high))
-            return ERR_NOT_SUPPORTED;
-        if (!minCelsius || !maxCelsius)
-            return ERR_INVALID_PARAMETER;
-        *minCelsius = fromStore<int16_t>(u, low);
-        *maxCelsius = fromStore<int16_t>(u, high);
-        return ERR_SUCCESS;
+    return run("Diagnostic_getMinMaxTemp", h, QString(), [&](Store& u) {
+        return getPair(u, QStringLiteral("Diagnostic/MinTemp"), minCelsius,
+            QStringLiteral("Diagnostic/MaxTemp"), maxCelsius);
     });
 }
 
@@ -665,16 +643,9 @@ SIM_SET(FrontLED, OnTime, uint8_t, true, true)
 
 eErr FrontLED_getSignal(FrontLEDHandle h, double* hertz, uint8_t* dutyCycle)
 {
-    return run("FrontLED_getSignal", h, QString(), [&](Store& u) -> eErr {
-        const QString frequency = QStringLiteral("FrontLED/SignalFrequency");
-        const QString duty = QStringLiteral("FrontLED/SignalDutyCycle");
-        if (!u.has(frequency) || !u.has(duty))
-            return ERR_NOT_SUPPORTED;
-        if (!hertz || !dutyCycle)
-            return ERR_INVALID_PARAMETER;
-        *hertz = u.number(frequency);
-        *dutyCycle = fromStore<uint8_t>(u, duty);
-        return ERR_SUCCESS;
+    return run("FrontLED_getSignal", h, QString(), [&](Store& u) {
+        return getPair(u, QStringLiteral("FrontLED/SignalFrequency"), hertz,
+            QStringLiteral("FrontLED/SignalDutyCycle"), dutyCycle);
     });
 }
 
