@@ -8,9 +8,6 @@ packages=(
     qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev
     fonts-liberation fonts-liberation2
 )
-if [ "${1:-}" = "--test" ]; then
-    packages+=(xauth xvfb)
-fi
 
 missing=()
 for p in "${packages[@]}"; do

@@ -1,5 +1,6 @@
 #include "SystemReport.h"
 
+#include "AppVersion.h"
 #include "Formatters.h"
 #include "Sections.h"
 
@@ -9,8 +10,6 @@ using namespace Korvane;
 
 namespace
 {
-
-const char programVersion[] = "2.7.5.0";
 
 QString header(const char* title)
 {
@@ -29,7 +28,7 @@ QString versionLine(AuxVersionHandle h, const char* label, VersionQuery query)
 
 QString versions()
 {
-    QString text = QStringLiteral("Zusettings v%1\n").arg(QLatin1String(programVersion));
+    QString text = QStringLiteral("Zusettings v%1\n").arg(QLatin1String(zusettingsVersion));
     AuxVersionHandle h = GetAuxVersion();
     text += versionLine(h, "Zuaux API", AuxVersion_getZuAuxVersion);
     text += versionLine(h, "Zuaux Driver", AuxVersion_getZuAuxDrvVersion);
