@@ -1,5 +1,5 @@
 #include "Dialogs.h"
-#include "reportcheck.h"
+#include "pagecheck.h"
 #include "simunit.h"
 #include "tabAboutDlg.h"
 
@@ -16,8 +16,6 @@ class tst_about : public QObject
 private slots:
     void init() { resetUnit(); }
 
-    void entries_data();
-    void entries();
     void views_data();
     void views();
     void save_data();
@@ -31,69 +29,50 @@ private:
     }
 };
 
-void tst_about::entries_data()
+void tst_about::views_data()
 {
     QTest::addColumn<QStringList>("settings");
-    QTest::addColumn<bool>("withBattery");
+    QTest::addColumn<int>("entries");
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QString>("start");
 
-    QTest::newRow("battery") << QStringList { "Unit/HasBattery=1" } << true;
-    QTest::newRow("no battery") << QStringList { "Unit/HasBattery=0" } << false;
+    const QStringList battery { "Unit/HasBattery=1", "Battery/HwErrorStatus=0" };
+    QTest::newRow("no battery") << QStringList { "Unit/HasBattery=0" } << 5 << 0 << "Mainboard:\n";
     QTest::newRow("presence query fails")
-        << QStringList { "Unit/HasBattery=1", "Battery_isBatteryPresent=7" } << false;
+        << QStringList { "Unit/HasBattery=1", "Battery_isBatteryPresent=7" } << 5 << 0 << "Mainboard:\n";
+    QTest::newRow("Diagnostic data") << battery << 6 << 1 << "Diagnostic data:\n";
+    QTest::newRow("ADC values") << battery << 6 << 2 << "ADC values\n";
+    QTest::newRow("System report") << battery << 6 << 4 << "\nSystem report generated on: ";
+    QTest::newRow("Battery data") << battery << 6 << 5 << "Battery reports no HW errors\n";
 }
 
-// Filling the combo box builds no views; the page opens on the EEPROM data.
-void tst_about::entries()
+// The page opens on the EEPROM data, the only view built before a choice;
+// showing the page builds nothing.
+void tst_about::views()
 {
     QFETCH(QStringList, settings);
-    QFETCH(bool, withBattery);
+    QFETCH(int, entries);
+    QFETCH(int, index);
+    QFETCH(QString, start);
 
     for (const QString& setting : settings)
         change(setting);
     tabAboutDlg page(nullptr);
-    QStringList expected
-        = { "EEPROM data", "Diagnostic data", "ADC values", "CPU board data", "System report" };
-    if (withBattery)
-        expected << "Battery data";
     QStringList texts;
-    for (int index = 0; index < selection(page)->count(); ++index)
-        texts << selection(page)->itemText(index);
-    QCOMPARE(texts, expected);
+    for (int entry = 0; entry < selection(page)->count(); ++entry)
+        texts << selection(page)->itemText(entry);
+    QCOMPARE(texts,
+        QStringList({ "EEPROM data", "Diagnostic data", "ADC values", "CPU board data", "System report",
+                        "Battery data" })
+            .mid(0, entries));
     QCOMPARE(callsTo("Battery_release(").size(), 1);
     QVERIFY(callsTo("GetDiagnostic(").isEmpty() && callsTo("GetAdc(").isEmpty());
-    QVERIFY(shown(page).startsWith("Mainboard:\n"));
-}
-
-void tst_about::views_data()
-{
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QString>("start");
-
-    QTest::newRow("Diagnostic data") << 1 << "Diagnostic data:\n";
-    QTest::newRow("ADC values") << 2 << "ADC values\n";
-    QTest::newRow("System report") << 4 << "\nSystem report generated on: ";
-    QTest::newRow("Battery data") << 5 << "Battery reports no HW errors\n";
-}
-
-// Each choice builds its view; showing the page builds nothing, and an index
-// outside the table leaves the area empty.
-void tst_about::views()
-{
-    QFETCH(int, index);
-    QFETCH(QString, start);
-
-    change("Unit/HasBattery=1");
-    change("Battery/HwErrorStatus=0");
-    tabAboutDlg page(nullptr);
     selection(page)->setCurrentIndex(index);
-    QVERIFY2(shown(page).startsWith(start), qPrintable(shown(page).left(80)));
-    QCOMPARE(shown(page).isEmpty(), start.isEmpty());
+    QVERIFY(shown(page).startsWith(start));
     const int calls = ZuAuxSim::trace().size();
     page.show();
     QVERIFY(QTest::qWaitForWindowExposed(&page));
     QCOMPARE(ZuAuxSim::trace().size(), calls);
-    page.selectionIndexChanged(6);
-    QVERIFY(shown(page).isEmpty());
 }
 
 void tst_about::save_data()
@@ -127,9 +106,7 @@ void tst_about::save()
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll();
     QCOMPARE(bytes == shown(page).toLatin1(), written);
-    QCOMPARE(bytes.contains("Total run time 40-60\xB0"
-                            "C: "),
-        written);
+    QCOMPARE(bytes.contains('\xB0'), written); // the degree signs, one byte each
     if (answer.isEmpty() || written) {
         QVERIFY(recorder.shown.isEmpty());
         return;
@@ -137,9 +114,8 @@ void tst_about::save()
     QFile probe(dir.filePath(answer));
     QVERIFY(!probe.open(QIODevice::WriteOnly));
     QCOMPARE(recorder.texts(), QStringList { probe.errorString() });
-    const Dialogs::Shown& box = recorder.shown[0];
-    QCOMPARE(box.title, QStringLiteral("Unable to open file"));
-    QVERIFY(box.icon == QMessageBox::Information && box.buttons == QMessageBox::Ok);
+    QCOMPARE(recorder.shown[0].title, QStringLiteral("Unable to open file"));
+    QCOMPARE(recorder.shown[0].icon, QMessageBox::Information);
 }
 
 QTEST_MAIN(tst_about)

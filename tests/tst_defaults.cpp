@@ -1,7 +1,6 @@
 #include "Dialogs.h"
 #include "WriteDefaultValues.h"
 #include "pagecheck.h"
-#include "reportcheck.h"
 #include "simunit.h"
 
 #include <QRegularExpression>

@@ -1,7 +1,5 @@
 #include "Formatters.h"
-#include "reportcheck.h"
-
-#include <QTest>
+#include "pagecheck.h"
 
 using namespace Korvane;
 
@@ -46,11 +44,6 @@ void tst_formatters::lines_data()
         printed("version", PrintVersion("L", 1, 20, 3, 255, e), "v1.20.3.255");
         printed(
             "trigger", PrintSettingTriggerConfig("L", TRIGGER_BOTH, e), "Both Front button and OnOff signal");
-        printed("action", PrintSettingAction("L", POWER_ACTION_SHUTDOWN, e), "ShutDown");
-        printed("frame", PrintSettingCanFrameType("L", CAN_FRAME_STANDARD_EXTENDED, e), "Standard, Extended");
-        printed("double", PrintSettingDouble("L", 1234567.0, e), "1.23457e+06");
-        printed("int", PrintSettingInt("L", -25, e), "-25");
-        printed("status", PrintSettingStatus("L", ZU_ENABLED, e), "Enabled");
         QTest::addRow("button %d", code)
             << PrintSettingButtonConfig("L", BUTTON_AS_ACTION_TRIG, e)
             << (code == 2 ? QString()

@@ -1,4 +1,6 @@
-// Table-driven page tests. A row's steps run in order on the simulated unit
+// Shared helpers of the report and page tests.
+//
+// Table-driven page tests: a row's steps run in order on the simulated unit
 // and on a new page:
 //   "Buzzer/Volume=60"       a value of the simulated unit
 //   "Buzzer_setTrigger=7"    the result code an operation answers
@@ -12,6 +14,7 @@
 #define PAGECHECK_H
 
 #include <QStringList>
+#include <QVariant>
 #include <QtTest>
 
 #include <functional>
@@ -25,7 +28,21 @@ using Steps = QStringList;
 int runPageTest(int argc, char** argv, const std::function<QWidget*()>& makePage, const QString& callPattern,
     const Steps& common, void (*addRows)());
 
+// The unit reports exactly this value from now on, live readings included.
+void put(const QString& key, const QVariant& value);
+
+// "Family/Key=value" puts a value (an int, or else the text) as above;
+// "Operation=code" makes that operation answer the code.
+void change(const QString& setting);
+
+// "Error(<code>) <library text>", as failed reads print it in the report.
+QString libraryError(int code);
+
 // The text of the error box for a failed call.
 QString errorBox(int code, const QString& where);
+
+// What comes before the first ':' of every non-empty line (the whole line
+// when it has none), in order.
+QStringList labels(const QString& text);
 
 #endif // PAGECHECK_H
