@@ -1,7 +1,6 @@
 #include "AppMode.h"
 #include "simunit.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 #include <QWidget>
 
@@ -15,7 +14,6 @@ private slots:
     void mode();
     void mainWindow_data();
     void mainWindow();
-    void reportOnlyForAnOpenFile();
 };
 
 void TestAppMode::mode_data()
@@ -53,7 +51,6 @@ void TestAppMode::mainWindow_data()
     // A screen whose origin is not at 0,0: the size counts, not the corner.
     QTest::newRow("800 x 480") << QRect(1920, 0, 800, 480) << QMargins(100, 22, 0, 0);
     QTest::newRow("480 x 272") << QRect(0, 0, 480, 272) << QMargins(0, 0, 0, 0);
-    QTest::newRow("narrow and tall") << QRect(0, 0, 320, 1000) << QMargins(0, 282, 0, 0);
 }
 
 void TestAppMode::mainWindow()
@@ -69,21 +66,6 @@ void TestAppMode::mainWindow()
     QVERIFY(window.windowState() & Qt::WindowFullScreen);
     QCOMPARE(callsTo("ZuAuxPrivate_getFileSetting(\"Screen_Rotation\")").size(), 1);
     QCOMPARE(callsTo("ZuAuxPrivate_release").size(), callsTo("GetZuAuxPrivate").size());
-}
-
-// Replacing the file and its Latin-1 bytes are checked on the real program.
-void TestAppMode::reportOnlyForAnOpenFile()
-{
-    QTemporaryDir dir;
-    int built = 0;
-    const auto report = [&built] {
-        ++built;
-        return QStringLiteral("report");
-    };
-    QVERIFY(!writeReportFile(dir.filePath("missing/report.txt"), report));
-    QCOMPARE(built, 0);
-    QVERIFY(writeReportFile(dir.filePath("report.txt"), report));
-    QCOMPARE(built, 1);
 }
 
 QTEST_MAIN(TestAppMode)

@@ -41,8 +41,6 @@ void TestTabDlg::failureDialogs_data()
     QTest::newRow("success") << 0 << QByteArray("setIntensity") << QString() << true;
     QTest::newRow("not supported") << 2 << QByteArray("setBaudrate CAN1")
                                    << "Error(2) in setBaudrate CAN1: " + libraryText(2) << true;
-    QTest::newRow("invalid handle") << 3 << QByteArray("setIntensity")
-                                    << "Error(3) in setIntensity: " + libraryText(3) << false;
     // The placeholders are filled one after another, so a label that itself
     // holds a placeholder receives the library's text.
     QTest::newRow("label with a placeholder")

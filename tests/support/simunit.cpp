@@ -1,5 +1,7 @@
 #include "simunit.h"
 
+#include <QRegularExpression>
+
 void resetUnit(const QString& profile)
 {
     ZuAuxSim::reset(profile, QString());
@@ -8,10 +10,5 @@ void resetUnit(const QString& profile)
 
 QStringList callsTo(const QString& prefix)
 {
-    QStringList result;
-    for (const QString& line : ZuAuxSim::trace()) {
-        if (line.startsWith(prefix))
-            result.append(line);
-    }
-    return result;
+    return ZuAuxSim::trace().filter(QRegularExpression(u'^' + QRegularExpression::escape(prefix)));
 }
