@@ -40,10 +40,16 @@ void scenarios()
                                           errorBox(17, "getEnabledDuringStartup") };
 
     // Every change switches the dark LED on.
-    QTest::newRow("intensity 9") << shown + Steps { "comboBoxColor.currentIndex=9" }
-                                 << Steps { "FrontLED_setColor(0, 0, 9) -> 0", "GetBacklight()",
-                                        "Backlight_release()", signal.arg(0) }
-                                 << on << Steps();
+    QTest::newRow("intensity 9, signal, pulses, idle time 250 ms as 2")
+        << shown
+            + Steps { "comboBoxColor.currentIndex=9", "sliderFreq.value=7", "FrontLED_setNrOfPulses=4",
+                  "spinBoxPulses.value=7", "FrontLED_setIdleTime=6", "spinBoxIdleTime.value=250" }
+        << Steps { "FrontLED_setColor(0, 0, 9) -> 0" } + dimmingAsked
+            + Steps { signal.arg(0), "FrontLED_setSignal(0.7, 0) -> 0", "FrontLED_setSignal(0.7, 0) -> 0",
+                  "FrontLED_setNrOfPulses(7) -> 4", "FrontLED_setSignal(0.7, 0) -> 0",
+                  "FrontLED_setIdleTime(2) -> 6" }
+        << on + Steps { "labelFreq.text=Freq\n 0.7 Hz" }
+        << Steps { errorBox(4, "setNrOfPulses"), errorBox(6, "setIdleTime") };
     QTest::newRow("intensity refused while dimming")
         << shown
             + Steps { "Backlight/LedDimming=1", "FrontLED_setColor=4", "FrontLED_setSignal=5",
@@ -53,15 +59,6 @@ void scenarios()
                "Button backlight dimming is active. Changing intensity has no effect.\r\nYou can turn off "
                "dimming on the Display tab.",
                errorBox(5, "FrontLED_setSignal") };
-    QTest::newRow("signal, pulses, idle time 250 ms as 2")
-        << shown
-            + Steps { "sliderFreq.value=7", "FrontLED_setNrOfPulses=4", "spinBoxPulses.value=7",
-                  "FrontLED_setIdleTime=6", "spinBoxIdleTime.value=250" }
-        << Steps { "FrontLED_setSignal(0.7, 0) -> 0", "FrontLED_setSignal(0.7, 0) -> 0",
-               "FrontLED_setNrOfPulses(7) -> 4", "FrontLED_setSignal(0.7, 0) -> 0",
-               "FrontLED_setIdleTime(2) -> 6" }
-        << on + Steps { "labelFreq.text=Freq\n 0.7 Hz" }
-        << Steps { errorBox(4, "setNrOfPulses"), errorBox(6, "setIdleTime") };
     // Switching on writes the signal without checking the result.
     QTest::newRow("on, off and start-up refused")
         << shown

@@ -5,8 +5,7 @@
 namespace
 {
 
-const QString degC = QString::fromLatin1("\xB0"
-                                         "C");
+const QString degC = QChar(0xB0) + QStringLiteral("C");
 
 const QStringList warmBands = { "Total run time 40-60" + degC, "Total run time 60-70" + degC,
     "Total run time 70-80" + degC, "Total run time above 80" + degC };
@@ -48,14 +47,13 @@ void tst_sections::diagnostics()
     QFETCH(int, timerCode);
     QFETCH(QString, shutDown);
 
-    put("Diagnostic/ShutDownReason", shutDownReason);
+    change(QStringLiteral("Diagnostic/ShutDownReason=%1").arg(shutDownReason));
     for (const char* setting : { "Diagnostic/Timer=1,2,3,4,5,6,1505", "Diagnostic/PMSensorCount=2",
              "Diagnostic/PMTempType_0=0", "Diagnostic/PMTemp_1=-4", "Diagnostic/PMTempType_1=12" })
         change(setting);
     if (sensorCode != 0)
         ZuAuxSim::forceCode("Diagnostic_getPMTemp", sensorCode);
-    if (timerCode != 0)
-        ZuAuxSim::forceCode("Diagnostic_getTimer", timerCode);
+    ZuAuxSim::forceCode("Diagnostic_getTimer", timerCode);
     const QString text = readDiag();
 
     QStringList expected = { "Diagnostic data", "Startup reason", "ShutDown reason", "HW error status",
@@ -80,7 +78,7 @@ void tst_sections::addOnAnswersUnsupported()
              "About_getAddOnManufacturingDate", "About_getAddOnHWversion", "About_getIsWLANMounted",
              "About_getIsGPSMounted", "About_getIsBTMounted", "About_getIsGPRSMounted" })
         ZuAuxSim::forceCode(operation, 2);
-    put("About/NrOfButtons", 8);
+    change("About/NrOfButtons=8");
     const QString text = readEeprom();
     QVERIFY(text.startsWith("Mainboard:\nMain PCB Serial: "));
     QVERIFY(text.endsWith("\nNumber of Configurable buttons: 8\n\nAddon/Telematics board:\n"));
@@ -88,7 +86,7 @@ void tst_sections::addOnAnswersUnsupported()
 
 void tst_sections::voltages()
 {
-    put("Adc/Voltage_0", 24.5);
+    change("Adc/Voltage_0=24.5");
     const QString text = readAdc();
     QVERIFY(text.startsWith("ADC values\nVoltage 24V in: 24.5 V\nVoltage 12V: "));
     QCOMPARE(labels(text).last(), QStringLiteral("Voltage VMAIN"));
@@ -126,7 +124,7 @@ void tst_sections::battery()
 
     for (const char* key :
         { "Battery/HwErrorStatus", "Battery/BatteryChargingStatus", "Battery/PowerSource" })
-        put(key, status);
+        change(QStringLiteral("%1=%2").arg(key).arg(status));
     for (const char* setting : { "Unit/HasBattery=1", "Battery/BatteryVoltageStatus=87",
              "Battery/MinTemp=-30", "Battery/MaxTemp=61" })
         change(setting);
@@ -145,7 +143,7 @@ void tst_sections::battery()
 
 void tst_sections::batteryFailingEveryStep()
 {
-    put("Unit/HasBattery", 1);
+    change("Unit/HasBattery=1");
     const struct {
         const char* operation;
         int code;

@@ -109,24 +109,16 @@ int runPageTest(int argc, char** argv, const std::function<QWidget*()>& pageMake
     return QTest::qExec(&test, argc, argv);
 }
 
-void put(const QString& key, const QVariant& value)
-{
-    ZuAuxSim::setValue(key, value);
-    ZuAuxSim::hold(key, value);
-}
-
 void change(const QString& setting)
 {
     const QString name = setting.section(QLatin1Char('='), 0, 0);
-    const QString text = setting.section(QLatin1Char('='), 1);
-    bool isNumber = false;
-    const int number = text.toInt(&isNumber);
-    if (!name.contains(QLatin1Char('/')))
-        ZuAuxSim::forceCode(name, number);
-    else if (isNumber)
-        put(name, number);
-    else
-        put(name, text);
+    const QString value = setting.section(QLatin1Char('='), 1);
+    if (!name.contains(QLatin1Char('/'))) {
+        ZuAuxSim::forceCode(name, value.toInt());
+        return;
+    }
+    ZuAuxSim::setValue(name, value);
+    ZuAuxSim::hold(name, value);
 }
 
 QString libraryError(int code)

@@ -14,7 +14,6 @@
 #define PAGECHECK_H
 
 #include <QStringList>
-#include <QVariant>
 #include <QtTest>
 
 #include <functional>
@@ -28,11 +27,8 @@ using Steps = QStringList;
 int runPageTest(int argc, char** argv, const std::function<QWidget*()>& makePage, const QString& callPattern,
     const Steps& common, void (*addRows)());
 
-// The unit reports exactly this value from now on, live readings included.
-void put(const QString& key, const QVariant& value);
-
-// "Family/Key=value" puts a value (an int, or else the text) as above;
-// "Operation=code" makes that operation answer the code.
+// "Family/Key=value": the unit reports exactly this value from now on, live
+// readings included; "Operation=code": that operation answers the code.
 void change(const QString& setting);
 
 // "Error(<code>) <library text>", as failed reads print it in the report.
