@@ -90,12 +90,9 @@ void tst_sections::voltages()
     const QString text = readAdc();
     QVERIFY(text.startsWith("ADC values\nVoltage 24V in: 24.5 V\nVoltage 12V: "));
     QCOMPARE(labels(text).last(), QStringLiteral("Voltage VMAIN"));
-    // Channel 1 is never read.
-    QStringList asked;
-    for (int channel = 0; channel <= 23; ++channel)
-        if (channel != 1)
-            asked << QStringLiteral("Adc_getVoltage(%1) -> 0").arg(channel);
-    QCOMPARE(callsTo("Adc_getVoltage("), asked);
+    // Channels 0 to 23 but 1.
+    QCOMPARE(callsTo("Adc_getVoltage(").size(), 23);
+    QVERIFY(callsTo("Adc_getVoltage(1)").isEmpty());
 }
 
 // Both status tables end at 5; past them nothing is printed.
