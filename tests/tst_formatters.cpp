@@ -31,8 +31,7 @@ void tst_formatters::lines_data()
         };
         created("text", createString(e, "Unit serial number", "ZU-\xE9", QString()),
             "Unit serial number: ", "ZU-" + QString(QChar(0xE9)) + " ");
-        created("numberOf", createStringNumberOf(e, "CAN", 2), "Number of CAN connections: ", "2");
-        created("numberOf2", createStringNumberOf2(e, "PWM outputs", 255), "Number of PWM outputs: ", "255");
+        created("numberOf", createStringNumberOf(e, "CAN", 255), "Number of CAN connections: ", "255");
         created("mounted", createStringMounted(e, "GPS", true), "GPS device mounted: ", "Yes");
         created("time", createStringTime(e, "Total run time", 1505),
             "Total run time: ", "1505 min (1 days, 1h, 5min) ");
