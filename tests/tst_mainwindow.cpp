@@ -106,6 +106,10 @@ void TestMainWindow::discovery()
             = file.isEmpty() ? form.button(Tab(i))->icon() : QIcon(":/ZuSettings/Resources/" + file);
         QVERIFY2(image(button->icon()) == image(icon), qPrintable(captions[i]));
         QCOMPARE(caption->text(), grey && i == Tab::DIGIO ? "Digital I/O" : captions[i]);
+        // Screen readers and UI automation find the icon-only button by its caption.
+        QCOMPARE(button->accessibleName(), caption->text());
+        if (grey)
+            QCOMPARE(button->iconSize(), QSize(60, 60));
         // An offered button leads to its page.
         const int before = window->currentTab();
         button->click();
