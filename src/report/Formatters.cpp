@@ -37,13 +37,8 @@ QString countedLine(eErr err, const QString& prefix, const QString& value)
 
 QString createString(eErr err, QString label, QString value, QString unit)
 {
-    if (err == Korvane::ERR_SUCCESS)
-        return QStringLiteral("%1: %2 %3\n").arg(label, value, unit);
-    if (err == Korvane::ERR_NOT_SUPPORTED)
-        return QString();
-    if (err == Korvane::ERR_NOT_AVAILABLE)
-        return QStringLiteral("%1: N/A\n").arg(label);
-    return errorLine(label, err);
+    // An empty unit leaves a blank before the newline, as the report always had.
+    return countedLine(err, label + QStringLiteral(": "), value + QLatin1Char(' ') + unit);
 }
 
 QString createString(eErr err, QString label, const char* value, QString unit)
