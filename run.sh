@@ -19,4 +19,10 @@ if [ -z "${ZUSETTINGS_INPUT_DEVICE:-}" ]; then
     trap 'rm -f "$fifo"' EXIT
     export ZUSETTINGS_INPUT_DEVICE="$fifo"
 fi
-build/src/zusettings "$@"
+status=0
+build/src/zusettings "$@" || status=$?
+if [ "$status" -ne 0 ] && [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}${QT_QPA_PLATFORM:-}" ]; then
+    echo "run.sh: the window needs a desktop session (DISPLAY or WAYLAND_DISPLAY); the" \
+        "--systemreport and --factorydefault modes and build/tools/gallery work without one." >&2
+fi
+exit "$status"
