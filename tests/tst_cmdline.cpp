@@ -1,5 +1,6 @@
 // The two windowless modes, run as the real program in a child process.
 #include "pagecheck.h"
+#include "simunit.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -7,15 +8,6 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
-
-namespace
-{
-QByteArray readFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-} // namespace
 
 class tst_cmdline : public QObject
 {
@@ -57,7 +49,7 @@ void tst_cmdline::reportFile()
     const QDateTime before = QDateTime::currentDateTime().addSecs(-1);
     QCOMPARE(run({ "--systemreport", path }, "report"), 0);
 
-    const QByteArray bytes = readFile(path);
+    const QByteArray bytes = fileContents(path);
     QVERIFY(bytes.startsWith("\nSystem report generated on: "));
     const QString date = QString::fromLatin1(bytes.split('\n').value(1)).section(": ", 1);
     const QDateTime stamp = QDateTime::fromString(date, Qt::TextDate);
@@ -105,8 +97,8 @@ void tst_cmdline::defaultsThenReport()
     QCOMPARE(QString::fromLatin1(m_err).trimmed(), errorBox(7, "setNrOfPulses"));
     QCOMPARE(run({ "--systemreport", after }, "defaults"), 0);
     for (const auto& setting : settings) {
-        QVERIFY2(!readFile(before).contains(setting.factoryLine), setting.key);
-        QVERIFY2(readFile(after).contains(setting.factoryLine), setting.key);
+        QVERIFY2(!fileContents(before).contains(setting.factoryLine), setting.key);
+        QVERIFY2(fileContents(after).contains(setting.factoryLine), setting.key);
     }
 }
 

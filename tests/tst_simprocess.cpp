@@ -24,12 +24,6 @@ QStringList lines(const QByteArray& data)
     return QString::fromLatin1(data).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 } // namespace
 
 class TestSimProcess : public QObject
@@ -88,7 +82,7 @@ void TestSimProcess::stateSharedBetweenProcesses()
     QCOMPARE(
         client({ "call", "CanSetting_setBaudrate", "2", "5000" }).out, QStringList { "4 Invalid parameter" });
     // Each client appended its calls to the trace file.
-    const QStringList traced = lines(contents(trace));
+    const QStringList traced = lines(fileContents(trace));
     QCOMPARE(traced.size(), 8);
     QCOMPARE(traced.last(), QStringLiteral("CanSetting_setBaudrate(2, 5000) -> 4"));
 
@@ -140,7 +134,7 @@ void TestSimProcess::damagedStateFile()
     // Later writes go to a fresh file and leave the kept one alone.
     QCOMPARE(client({ "call", "Backlight_setIntensity", "90" }).err, QStringList());
     QCOMPARE(client({ "get", "Backlight/Intensity" }).out, QStringList { "90" });
-    QCOMPARE(contents(asidePath), damage);
+    QCOMPARE(fileContents(asidePath), damage);
 }
 
 QTEST_GUILESS_MAIN(TestSimProcess)

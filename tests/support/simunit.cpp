@@ -1,5 +1,7 @@
 #include "simunit.h"
 
+#include <QFile>
+
 #include <QRegularExpression>
 
 void resetUnit(const QString& profile)
@@ -11,4 +13,10 @@ void resetUnit(const QString& profile)
 QStringList callsTo(const QString& prefix)
 {
     return ZuAuxSim::trace().filter(QRegularExpression(u'^' + QRegularExpression::escape(prefix)));
+}
+
+QByteArray fileContents(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }

@@ -14,4 +14,7 @@ void resetUnit(const QString& profile = QStringLiteral("full"));
 // The trace lines that start with `prefix` (an operation name, or "Family_").
 QStringList callsTo(const QString& prefix);
 
+// The bytes of a file, or nothing when it cannot be read.
+QByteArray fileContents(const QString& path);
+
 #endif // SIMUNIT_H
