@@ -1,4 +1,5 @@
-// Renders the main window once per registered page into PNG files, for
+// Renders the main window once per registered page into PNG files, and each
+// page class that the menu never offers alone in a page window, for
 // looking at every page of a unit profile without a display:
 //
 //   gallery [--profile <name or INI path>] [--out <dir>] [--wait <ms>] [--form-only]
@@ -7,10 +8,13 @@
 // poll the unit show their first readings (500 ms ticks: 600 is enough).
 // --form-only grabs the centred form without the screen margins around it.
 //
-// Files are named <profile>-<index>-<page>.png. Message boxes are recorded
+// Files are named <profile>-<index>-<page>.png, and <profile>-<page>.png for
+// the pages without a number (the page catalogue's names). Message boxes are recorded
 // and listed on stdout instead of being shown, so the run never blocks.
 #include "AppMode.h"
 #include "Dialogs.h"
+#include "PageCatalogue.h"
+#include "PageWindow.h"
 #include "ZuSettings.h"
 
 #include <QApplication>
@@ -46,6 +50,16 @@ void settle(int waitMs)
     }
     for (int i = 0; i < 5; ++i)
         QCoreApplication::processEvents();
+}
+
+bool save(const QPixmap& shot, const QString& file)
+{
+    if (!shot.save(file)) {
+        std::fprintf(stderr, "gallery: cannot write %s\n", qPrintable(file));
+        return false;
+    }
+    std::printf("%s\n", qPrintable(file));
+    return true;
 }
 
 } // namespace
@@ -110,12 +124,20 @@ int main(int argc, char* argv[])
         const QString file = QDir(outDir).filePath(
             QStringLiteral("%1-%2-%3.png").arg(prefix).arg(index).arg(QLatin1String(pageNames[index])));
         const QPixmap shot = formOnly ? window.grab(window.centralWidget()->geometry()) : window.grab();
-        if (!shot.save(file)) {
-            std::fprintf(stderr, "gallery: cannot write %s\n", qPrintable(file));
-            ++failures;
+        failures += save(shot, file) ? 0 : 1;
+        listMessages(recorder, listed);
+    }
+    window.hide();
+
+    for (const PageClass& pageClass : pageClasses()) {
+        if (pageClass.inMenu)
             continue;
-        }
-        std::printf("%s\n", qPrintable(file));
+        PageWindow alone(pageClass.create(nullptr));
+        alone.show();
+        settle(waitMs);
+        const QString file
+            = QDir(outDir).filePath(QStringLiteral("%1-%2.png").arg(prefix, QLatin1String(pageClass.name)));
+        failures += save(alone.grab(), file) ? 0 : 1;
         listMessages(recorder, listed);
     }
     return failures == 0 ? 0 : 1;

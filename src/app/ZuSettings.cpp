@@ -68,9 +68,7 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
     Config_release(config);
 
     ui->setupUi(this);
-    QFile style(QStringLiteral(":/ZuSettings/Resources/ZuSettings.qss"));
-    if (style.open(QIODevice::ReadOnly))
-        setStyleSheet(QString::fromLatin1(style.readAll()));
+    setStyleSheet(applicationStyleSheet());
     connect(ui->buttonExit, &QPushButton::clicked, this, &ZuSettings::exit);
     connect(ui->buttonMenu, &QPushButton::clicked, this, &ZuSettings::menuClicked);
 
@@ -155,6 +153,12 @@ ZuSettings::~ZuSettings()
 {
     Korvane::About_release(about);
     delete ui;
+}
+
+QString applicationStyleSheet()
+{
+    QFile style(QStringLiteral(":/ZuSettings/Resources/ZuSettings.qss"));
+    return style.open(QIODevice::ReadOnly) ? QString::fromLatin1(style.readAll()) : QString();
 }
 
 void ZuSettings::addTab(tabDlg* page, tabMenuDlg::eTab index)

@@ -44,4 +44,7 @@ private:
     Korvane::AboutHandle about;
 };
 
+// The application's style sheet, compiled in.
+QString applicationStyleSheet();
+
 #endif // ZUSETTINGS_H

@@ -1,0 +1,25 @@
+#include "PageWindow.h"
+
+#include "ZuSettings.h"
+#include "tabDlg.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+PageWindow::PageWindow(tabDlg* page)
+    : m_page(page)
+{
+    setObjectName(QStringLiteral("PageWindow"));
+    setStyleSheet(applicationStyleSheet());
+    setFixedSize(600, 435);
+    setWindowTitle(page->windowTitle());
+
+    auto* central = new QWidget(this);
+    auto* layout = new QVBoxLayout(central);
+    auto* title = new QLabel(page->windowTitle(), central);
+    title->setObjectName(QStringLiteral("tabTitle"));
+    layout->addWidget(title);
+    page->setParent(central);
+    layout->addWidget(page, 1);
+    setCentralWidget(central);
+}

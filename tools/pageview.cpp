@@ -1,0 +1,89 @@
+// Opens one page class alone in a 600 x 435 window with the application's
+// style, on the unit the ZUAUX_SIM_* variables describe, whether the main
+// window offers the page or not:
+//
+//   pageview [--profile <name or INI path>] [--grab <file.png> [--wait <ms>]] <page>
+//
+// <page> is a short name of the page catalogue; pageview alone lists them.
+// --grab renders the window into a PNG file after --wait ms (default 0) and
+// quits; message boxes are then recorded and listed on stdout instead of
+// being shown, so that the run never blocks.
+#include "Dialogs.h"
+#include "PageCatalogue.h"
+#include "PageWindow.h"
+#include "tabDlg.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QTimer>
+
+#include <cstdio>
+#include <memory>
+
+namespace
+{
+
+int usage(const char* program)
+{
+    std::fprintf(
+        stderr, "usage: %s [--profile <name>] [--grab <file.png> [--wait <ms>]] <page>\npages:", program);
+    for (const PageClass& page : pageClasses())
+        std::fprintf(stderr, " %s", page.name);
+    std::fputc('\n', stderr);
+    return 2;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QByteArray profile;
+    QString grabFile;
+    QString name;
+    int waitMs = 0;
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray arg(argv[i]);
+        bool ok = true;
+        if (arg.startsWith("--") && i + 1 >= argc)
+            ok = false;
+        else if (arg == "--profile")
+            profile = argv[++i];
+        else if (arg == "--grab")
+            grabFile = QString::fromLocal8Bit(argv[++i]);
+        else if (arg == "--wait")
+            waitMs = QByteArray(argv[++i]).toInt(&ok);
+        else if (name.isEmpty() && !arg.startsWith("--"))
+            name = QString::fromLocal8Bit(arg);
+        else
+            ok = false;
+        if (!ok || waitMs < 0)
+            return usage(argv[0]);
+    }
+    const PageClass* pageClass = findPageClass(name);
+    if (!pageClass)
+        return usage(argv[0]);
+
+    // The unit must be chosen before the first library call.
+    if (!profile.isEmpty())
+        qputenv("ZUAUX_SIM_PROFILE", profile);
+    QApplication app(argc, argv);
+
+    std::unique_ptr<Dialogs::Recorder> recorder;
+    if (!grabFile.isEmpty())
+        recorder = std::make_unique<Dialogs::Recorder>();
+    PageWindow window(pageClass->create(nullptr));
+    window.show();
+    if (grabFile.isEmpty())
+        return app.exec();
+
+    QEventLoop loop;
+    QTimer::singleShot(waitMs, &loop, &QEventLoop::quit);
+    loop.exec();
+    for (const Dialogs::Shown& box : recorder->shown)
+        std::printf("  message box \"%s\": %s\n", qPrintable(box.title), qPrintable(box.text));
+    if (!window.grab().save(grabFile)) {
+        std::fprintf(stderr, "pageview: cannot write %s\n", qPrintable(grabFile));
+        return 1;
+    }
+    return 0;
+}
