@@ -7,6 +7,8 @@ using namespace Korvane;
 namespace
 {
 
+const uint8_t maxPMSensors = 20;
+
 // Labels are 8-bit texts; the degree sign is the Latin-1 byte 0xB0.
 QString latin1(const char* text)
 {
@@ -195,8 +197,10 @@ QString readDiag()
     text += createString(
         err, QStringLiteral("Number of power cycles"), static_cast<unsigned short>(cycles), QString());
 
-    // The library fails past the last sensor; that failure ends the list.
-    for (uint8_t index = 0;; ++index) {
+    // The library fails past the last sensor; that failure ends the list. A
+    // processor module carries at most 20 sensors, so a library that never
+    // fails cannot keep the report going.
+    for (uint8_t index = 0; index < maxPMSensors; ++index) {
         int16_t celsius = 0;
         PMTempSensorType type = PM_SENSOR_CPU;
         if (Diagnostic_getPMTemp(h, index, &celsius, &type) != ERR_SUCCESS)

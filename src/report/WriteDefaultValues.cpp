@@ -5,6 +5,8 @@
 
 #include <QByteArray>
 
+#include <algorithm>
+
 using namespace Korvane;
 
 namespace
@@ -12,6 +14,8 @@ namespace
 
 // More nets than this are left as they are.
 const uint8_t maxCanNets = 7;
+// A unit has at most this many front buttons; a larger count is not believed.
+const int maxButtons = 10;
 
 struct Inventory {
     uint8_t can = 0;
@@ -104,7 +108,7 @@ void writeConfig(const Inventory& inventory, platformType platform)
         Config_setOnOffSigAction(h, POWER_ACTION_NONE);
     }
 
-    for (int button = inventory.buttons; button >= 1; --button)
+    for (int button = std::min(inventory.buttons, maxButtons); button >= 1; --button)
         showErr(Config_setButtonFunction(h, static_cast<uint8_t>(button), BUTTON_ONLY_MP_ACTION),
             "Config_setButtonFunction");
 
