@@ -16,11 +16,12 @@ void TestGallery::profile_data()
 {
     QTest::addColumn<QString>("profile");
     QTest::addColumn<int>("pages");
-    QTest::newRow("full") << "full" << 16;
+    // The menu's pages, and the Power page alone.
+    QTest::newRow("full") << "full" << 17;
     // Without a display the buzzer's number stays empty.
-    QTest::newRow("headless") << "headless" << 15;
-    QTest::newRow("unsupported") << "unsupported" << 16;
-    QTest::newRow("faulty") << "faulty" << 16;
+    QTest::newRow("headless") << "headless" << 16;
+    QTest::newRow("unsupported") << "unsupported" << 17;
+    QTest::newRow("faulty") << "faulty" << 17;
 }
 
 void TestGallery::profile()
@@ -38,7 +39,8 @@ void TestGallery::profile()
 
     const QStringList files = QDir(out.path()).entryList({ "*.png" }, QDir::Files, QDir::Name);
     QCOMPARE(files.size(), pages);
-    QCOMPARE(files.contains(profile + "-8-buzzer.png"), pages == 16);
+    QCOMPARE(files.contains(profile + "-8-buzzer.png"), pages == 17);
+    QVERIFY(files.contains(profile + "-power.png"));
     for (const QString& name : files) {
         const QImage image = QImage(out.filePath(name)).convertToFormat(QImage::Format_ARGB32);
         QImage blank(image.size(), image.format());

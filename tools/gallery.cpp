@@ -20,12 +20,14 @@
 #include <QApplication>
 #include <QDir>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileInfo>
 #include <QScreen>
 #include <QTemporaryDir>
 #include <QTimer>
 
 #include <cstdio>
+#include <sys/stat.h>
 
 namespace
 {
@@ -97,6 +99,10 @@ int main(int argc, char* argv[])
     }
     qputenv("ZUAUX_SIM_PROFILE", profile.toLocal8Bit());
     qputenv("ZUAUX_SIM_STATE", stateDir.filePath(QStringLiteral("state.ini")).toLocal8Bit());
+    // The Buttons page waits for key events here instead of on the input device.
+    const QByteArray buttons = QFile::encodeName(stateDir.filePath(QStringLiteral("buttons")));
+    if (qEnvironmentVariableIsEmpty("ZUSETTINGS_INPUT_DEVICE") && mkfifo(buttons.constData(), 0600) == 0)
+        qputenv("ZUSETTINGS_INPUT_DEVICE", buttons);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 

@@ -2,10 +2,15 @@
 
 #include "tabAboutDlg.h"
 #include "tabBacklightDlg.h"
+#include "tabButtonsDlg.h"
 #include "tabBuzzerDlg.h"
 #include "tabLEDDlg.h"
 #include "tabLightSensorDlg.h"
 #include "tabMenuDlg.h"
+#include "tabOnOffDlg.h"
+#include "tabPowerDlg.h"
+#include "tabSysConfDlg.h"
+#include "tabTempDlg.h"
 #include "tabVersionDlg.h"
 
 namespace
@@ -24,11 +29,16 @@ const std::vector<PageClass>& pageClasses()
     static const std::vector<PageClass> catalogue = {
         entry<tabMenuDlg>("menu"),
         entry<tabVersionDlg>("version"),
+        entry<tabTempDlg>("temperature"),
         entry<tabBacklightDlg>("display"),
+        entry<tabSysConfDlg>("heater"),
         entry<tabAboutDlg>("about"),
         entry<tabLEDDlg>("led"),
         entry<tabBuzzerDlg>("buzzer"),
         entry<tabLightSensorDlg>("lightsensor"),
+        entry<tabOnOffDlg>("onoff"),
+        entry<tabButtonsDlg>("buttons"),
+        entry<tabPowerDlg>("power", NoMenu),
     };
     return catalogue;
 }

@@ -2,9 +2,13 @@
 
 #include "tabAboutDlg.h"
 #include "tabBacklightDlg.h"
+#include "tabButtonsDlg.h"
 #include "tabBuzzerDlg.h"
 #include "tabLEDDlg.h"
 #include "tabLightSensorDlg.h"
+#include "tabOnOffDlg.h"
+#include "tabSysConfDlg.h"
+#include "tabTempDlg.h"
 #include "tabVersionDlg.h"
 #include "ui_ZuSettings.h"
 
@@ -75,7 +79,7 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
     auto* menu = new tabMenuDlg(this);
     addTab(menu, tabMenuDlg::MENU);
     addTab(new tabVersionDlg(this), tabMenuDlg::VERSION);
-    addTab(titled(this, "Temperature"), tabMenuDlg::TEMPERATURE);
+    addTab(new tabTempDlg(this), tabMenuDlg::TEMPERATURE);
 
     if (hasDisplay) {
         addTab(new tabBacklightDlg(this), tabMenuDlg::DISPLAY);
@@ -88,7 +92,7 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
     menu->grey(tabMenuDlg::POWER, QStringLiteral("energyGrey.png"), tr("Power is not available"));
 
     if (hasHeater) {
-        addTab(titled(this, "Heater"), tabMenuDlg::SYSCONFIG);
+        addTab(new tabSysConfDlg(this), tabMenuDlg::SYSCONFIG);
     } else {
         addTab(new tabDlg(this), tabMenuDlg::SYSCONFIG);
         menu->grey(tabMenuDlg::SYSCONFIG, QStringLiteral("heaterGrey.png"), tr("Heater is not available"));
@@ -138,11 +142,11 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
     menu->grey(tabMenuDlg::TOUCH, QStringLiteral("tabletGrey.png"),
         hasTouch ? tr("Touch Screen calibration from start menu") : tr("Touch Screen is not available"));
 
-    addTab(titled(this, "On/Off Settings"), tabMenuDlg::ONOFF);
+    addTab(new tabOnOffDlg(this), tabMenuDlg::ONOFF);
 
     menu->setCaption(tabMenuDlg::TELEMATICS, QCoreApplication::translate("tabMenu", "Buttons"));
     menu->setIcon(tabMenuDlg::TELEMATICS, QStringLiteral("Buttons.png"));
-    addTab(titled(this, "Buttons"), tabMenuDlg::TELEMATICS);
+    addTab(new tabButtonsDlg(this), tabMenuDlg::TELEMATICS);
 
     ui->tabWidget->setLayout(pageLayout);
     connect(menu, &tabMenuDlg::tabSelectionChanged, this, &ZuSettings::showTab);

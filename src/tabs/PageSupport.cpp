@@ -16,6 +16,12 @@ bool acceptRead(
     return false;
 }
 
+QString fieldError(const char* where, Korvane::eErr err)
+{
+    return QStringLiteral("%1 %2").arg(QLatin1String(where) + QLatin1String(": Error: "),
+        QString::fromLatin1(Korvane::GetErrorStringA(err)));
+}
+
 void showSwitch(QAbstractButton* button, bool on)
 {
     button->setChecked(on);

@@ -31,17 +31,27 @@ private:
     Handle m_handle;
 };
 
+using AboutRef = HwHandle<Korvane::AboutHandle, Korvane::GetAbout, Korvane::About_release>;
 using BacklightRef = HwHandle<Korvane::BacklightHandle, Korvane::GetBacklight, Korvane::Backlight_release>;
+using BatteryRef = HwHandle<Korvane::BatteryHandle, Korvane::GetBattery, Korvane::Battery_release>;
 using BuzzerRef = HwHandle<Korvane::BuzzerHandle, Korvane::GetBuzzer, Korvane::Buzzer_release>;
+using ConfigRef = HwHandle<Korvane::ConfigHandle, Korvane::GetConfig, Korvane::Config_release>;
+using DiagnosticRef
+    = HwHandle<Korvane::DiagnosticHandle, Korvane::GetDiagnostic, Korvane::Diagnostic_release>;
 using FrontLEDRef = HwHandle<Korvane::FrontLEDHandle, Korvane::GetFrontLED, Korvane::FrontLED_release>;
 using LightsensorRef
     = HwHandle<Korvane::LightsensorHandle, Korvane::GetLightsensor, Korvane::Lightsensor_release>;
+using PowerRef = HwHandle<Korvane::PowerHandle, Korvane::GetPower, Korvane::Power_release>;
 
 // Takes the result of a read: true when the value may be shown. Code 2 (the
 // unit lacks the setting) hides `hideWhenMissing` without a word; any other
 // failure is reported on `page` as `where`.
 bool acceptRead(
     tabDlg* page, Korvane::eErr err, const char* where, std::initializer_list<QWidget*> hideWhenMissing = {});
+
+// What a field shows instead of a value it could not read: "<where>: Error: "
+// and the library's text, joined by one more blank.
+QString fieldError(const char* where, Korvane::eErr err);
 
 // Checks or unchecks a switch button and captions it "On" or "Off" to match.
 void showSwitch(QAbstractButton* button, bool on);

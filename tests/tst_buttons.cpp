@@ -1,0 +1,291 @@
+// The "Buttons" page on the simulated unit: the function of each button, the
+// numbering of the combos on units with up to 8 and with more buttons, and
+// the live key state from key records written into a real FIFO.
+#include "Dialogs.h"
+#include "pagecheck.h"
+#include "simunit.h"
+#include "tabButtonsDlg.h"
+
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QTemporaryDir>
+
+#include <fcntl.h>
+#include <linux/input.h>
+#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+
+class tst_buttons : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void functions_data();
+    void functions();
+    void keys_data();
+    void keys();
+    void device_data();
+    void device();
+
+private:
+    QTemporaryDir m_dir;
+    QString m_fifo;
+};
+
+namespace
+{
+using Steps = QStringList;
+
+QImage picture(const QString& file)
+{
+    return QPixmap(":/ZuSettings/Resources/" + file).toImage();
+}
+
+// Which buttons' pictures show a pressed button, by combo name.
+QStringList pressed(const QWidget& page)
+{
+    QStringList names;
+    for (int combo = 1; combo <= 10; ++combo) {
+        const auto* label = page.findChild<QLabel*>(QStringLiteral("picture_B%1").arg(combo));
+        if (label->pixmap().toImage() == picture(QStringLiteral("Buttons_small.png")))
+            names << QStringLiteral("B%1").arg(combo);
+    }
+    return names;
+}
+
+// Builds the page on a unit with `count` buttons (a negative count: the query fails).
+std::unique_ptr<tabButtonsDlg> buttonsPage(int count)
+{
+    resetUnit();
+    if (count < 0)
+        change(QStringLiteral("About_getNrOfButtons=7"));
+    else
+        ZuAuxSim::setValue(QStringLiteral("About/NrOfButtons"), count);
+    auto page = std::make_unique<tabButtonsDlg>();
+    ZuAuxSim::clearCodes();
+    ZuAuxSim::clearTrace();
+    return page;
+}
+
+struct Key {
+    int type;
+    int code;
+    int value;
+};
+
+// Writes the records as the key device gives them, on this platform's layout.
+void write(const QString& fifo, const QList<Key>& keys)
+{
+    const int fd = ::open(QFile::encodeName(fifo).constData(), O_WRONLY | O_NONBLOCK);
+    QVERIFY2(fd >= 0, "nobody reads the FIFO");
+    for (const Key& key : keys) {
+        input_event record = {};
+        record.type = static_cast<uint16_t>(key.type);
+        record.code = static_cast<uint16_t>(key.code);
+        record.value = key.value;
+        QCOMPARE(::write(fd, &record, sizeof record), static_cast<ssize_t>(sizeof record));
+    }
+    ::close(fd);
+}
+
+void writeBytes(const QString& fifo, const QByteArray& bytes)
+{
+    const int fd = ::open(QFile::encodeName(fifo).constData(), O_WRONLY | O_NONBLOCK);
+    QVERIFY(fd >= 0);
+    QCOMPARE(::write(fd, bytes.constData(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    ::close(fd);
+}
+} // namespace
+
+void tst_buttons::initTestCase()
+{
+    // The images come from a static library that nothing else here calls into.
+    Q_INIT_RESOURCE(ZuSettings);
+    QVERIFY(!picture(QStringLiteral("Buttons_small.png")).isNull());
+    m_fifo = m_dir.filePath(QStringLiteral("event0"));
+    QCOMPARE(mkfifo(QFile::encodeName(m_fifo).constData(), 0600), 0);
+    qputenv("ZUSETTINGS_INPUT_DEVICE", QFile::encodeName(m_fifo));
+}
+
+// count: buttons of the unit (negative: the query fails); unit: its settings
+// before the page is shown; user: "<combo>=<index>" chosen after that;
+// state: "Bn=<index>" or "Bn.<property>=<value>" of the combo Bn.
+void tst_buttons::functions_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<Steps>("unit");
+    QTest::addColumn<Steps>("user");
+    QTest::addColumn<Steps>("calls");
+    QTest::addColumn<Steps>("state");
+    QTest::addColumn<Steps>("boxes");
+
+    // Showing writes nothing back; 5 is no function and shows the first entry.
+    QTest::newRow("10 buttons shown")
+        << 10
+        << Steps { "Config/ButtonFunction_3=6", "Config/ButtonFunction_2=5", "Config/ButtonFunction_10=14" }
+        << Steps() << Steps()
+        << Steps { "B2=0", "B3=3", "B3.currentText=Startup & action trigger", "B10=7", "B5.visible=true",
+               "B3.count=8" }
+        << Steps();
+    QTest::newRow("10 buttons: B5 is button 5, B10 button 10")
+        << 10 << Steps() << Steps { "comboBox_B5=1", "comboBox_B10=4", "comboBox_B6=7" }
+        << Steps { "Config_setButtonFunction(5, 2) -> 0", "Config_setButtonFunction(10, 8) -> 0",
+               "Config_setButtonFunction(6, 14) -> 0" }
+        << Steps() << Steps();
+    QTest::newRow("8 buttons: B6 is button 5, B5 and B10 out of use")
+        << 8 << Steps { "Config/ButtonFunction_5=2" }
+        << Steps { "comboBox_B6=4", "comboBox_B9=2", "comboBox_B5=1", "comboBox_B10=1" }
+        << Steps { "Config_setButtonFunction(5, 8) -> 0", "Config_setButtonFunction(8, 4) -> 0" }
+        << Steps { "B5.visible=false", "B10.visible=false", "B9.visible=true" } << Steps();
+    QTest::newRow("count unknown: 8 buttons")
+        << -1 << Steps { "Config/ButtonFunction_5=12" } << Steps { "comboBox_B4=1" }
+        << Steps { "Config_setButtonFunction(4, 2) -> 0" } << Steps { "B6=6", "B5.visible=false" } << Steps();
+    QTest::newRow("3 buttons: the others out of view")
+        << 3 << Steps() << Steps() << Steps()
+        << Steps { "B3.visible=true", "B4.visible=false", "B9.visible=false" } << Steps();
+    // The user's choice stays on show although the unit refused it.
+    QTest::newRow("refused for the start-up rule")
+        << 10 << Steps { "Config_setButtonFunction=34" } << Steps { "comboBox_B2=4" }
+        << Steps { "Config_setButtonFunction(2, 8) -> 34" } << Steps { "B2=4" }
+        << Steps {
+               "Button Setting not allowed in combination with the Start-up trigger. Check On/Off tab - Unit "
+               "start-up.\r\nIf the signal is not set as start-up trigger, at least one of the buttons must "
+               "be."
+           };
+    QTest::newRow("refused otherwise")
+        << 10 << Steps { "Config_setButtonFunction=15" } << Steps { "comboBox_B3=3" }
+        << Steps { "Config_setButtonFunction(3, 6) -> 15" } << Steps()
+        << Steps { "Error(15) in Config_setButtonFuntion - button #3, function 6: Access denied" };
+    QTest::newRow("unreadable functions")
+        << 3 << Steps { "Config_getButtonFunction=7" } << Steps() << Steps() << Steps { "B1.visible=true" }
+        << Steps {
+               "Error(7) in Config_getButtonFunction - button #1: Communication with the controller failed",
+               "Error(7) in Config_getButtonFunction - button #2: Communication with the controller failed",
+               "Error(7) in Config_getButtonFunction - button #3: Communication with the controller failed",
+               "Error(7) in Config_getButtonFunction - button #4: Communication with the controller failed",
+               "Error(7) in Config_getButtonFunction - button #5: Communication with the controller failed",
+               "Error(7) in Config_getButtonFunction - button #6: Communication with the controller failed",
+               "Error(7) in Config_getButtonFunction - button #7: Communication with the controller failed",
+               "Error(7) in Config_getButtonFunction - button #8: Communication with the controller failed"
+           };
+}
+
+void tst_buttons::functions()
+{
+    QFETCH(int, count);
+    QFETCH(Steps, unit);
+    QFETCH(Steps, user);
+    QFETCH(Steps, state);
+
+    Dialogs::Recorder recorder;
+    const auto page = buttonsPage(count);
+    for (const QString& setting : unit)
+        change(setting);
+    page->show();
+    for (const QString& choice : user)
+        page->findChild<QComboBox*>(choice.section('=', 0, 0))
+            ->setCurrentIndex(choice.section('=', 1).toInt());
+    QTEST(callsTo(QStringLiteral("Config_setButtonFunction")), "calls");
+
+    QStringList actual;
+    for (const QString& expected : state) {
+        const QString name = expected.section('=', 0, 0);
+        const auto* combo = page->findChild<QComboBox*>("comboBox_" + name.section('.', 0, 0));
+        const QString property = name.section('.', 1);
+        actual << name + '='
+                + (property.isEmpty() ? QString::number(combo->currentIndex())
+                                      : combo->property(property.toLatin1().constData()).toString());
+    }
+    QCOMPARE(actual, state);
+    QTEST(recorder.texts(), "boxes");
+}
+
+// The key records of F1..F10 light the picture of the button's combo while
+// the button is down; other records, and buttons the unit lacks, change
+// nothing. A key record of button 1 closes each row, so that the row knows
+// every record before it has been taken.
+void tst_buttons::keys_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QList<Key>>("keys");
+    QTest::addColumn<QStringList>("pressed");
+
+    const Key end { EV_KEY, KEY_F1, 1 };
+    QTest::newRow("10 buttons: F10 is B10")
+        << 10 << QList<Key> { { EV_KEY, KEY_F10, 1 }, end } << QStringList { "B1", "B10" };
+    QTest::newRow("10 buttons: F5 is B5, F9 held")
+        << 10 << QList<Key> { { EV_KEY, KEY_F5, 1 }, { EV_KEY, KEY_F9, 2 }, end }
+        << QStringList { "B1", "B5", "B9" };
+    QTest::newRow("released again") << 10 << QList<Key> { { EV_KEY, KEY_F3, 1 }, { EV_KEY, KEY_F3, 0 }, end }
+                                    << QStringList { "B1" };
+    QTest::newRow("8 buttons ignore F9 and F10")
+        << 8 << QList<Key> { { EV_KEY, KEY_F9, 1 }, { EV_KEY, KEY_F10, 1 }, end } << QStringList { "B1" };
+    QTest::newRow("8 buttons: F5 is B6, F8 is B9")
+        << 8 << QList<Key> { { EV_KEY, KEY_F5, 1 }, { EV_KEY, KEY_F8, 1 }, end }
+        << QStringList { "B1", "B6", "B9" };
+    QTest::newRow("other types and keys") << 10
+                                          << QList<Key> { { EV_REL, KEY_F2, 1 }, { EV_SYN, 0, 0 },
+                                                 { EV_KEY, KEY_F11, 1 }, { EV_KEY, KEY_ESC, 1 }, end }
+                                          << QStringList { "B1" };
+}
+
+void tst_buttons::keys()
+{
+    QFETCH(int, count);
+    QFETCH(QList<Key>, keys);
+
+    Dialogs::Recorder recorder;
+    const auto page = buttonsPage(count);
+    page->show();
+    QVERIFY(pressed(*page).isEmpty());
+    write(m_fifo, keys);
+    QTRY_VERIFY_WITH_TIMEOUT(pressed(*page).contains(QLatin1String("B1")), 2000);
+    QTEST(pressed(*page), "pressed");
+    QCOMPARE(recorder.texts(), QStringList());
+}
+
+// What the page says about its device: a missing one once, a short record
+// each time; and a FIFO whose writer went away is read again from the next.
+void tst_buttons::device_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QStringList>("boxes");
+
+    QTest::newRow("missing device") << m_dir.filePath(QStringLiteral("missing")) << QByteArray()
+                                    << QStringList {
+                                           "Failed to open input device No such file or directory"
+                                       };
+    QTest::newRow("short record") << m_fifo << QByteArray(10, '\0')
+                                  << QStringList { "Unexpected leght read 10" };
+    QTest::newRow("writer gone, next writer") << m_fifo << QByteArray() << QStringList();
+}
+
+void tst_buttons::device()
+{
+    QFETCH(QString, path);
+    QFETCH(QByteArray, bytes);
+
+    Dialogs::Recorder recorder;
+    qputenv("ZUSETTINGS_INPUT_DEVICE", QFile::encodeName(path));
+    const auto page = buttonsPage(10);
+    qputenv("ZUSETTINGS_INPUT_DEVICE", QFile::encodeName(m_fifo));
+    page->show();
+    if (path == m_fifo) {
+        if (!bytes.isEmpty()) {
+            writeBytes(m_fifo, bytes);
+            QTRY_VERIFY_WITH_TIMEOUT(!recorder.shown.isEmpty(), 2000);
+        }
+        write(m_fifo, { { EV_KEY, KEY_F2, 1 } });
+        QTRY_COMPARE_WITH_TIMEOUT(pressed(*page), QStringList { "B2" }, 2000);
+        write(m_fifo, { { EV_KEY, KEY_F2, 0 }, { EV_KEY, KEY_F4, 1 } });
+        QTRY_COMPARE_WITH_TIMEOUT(pressed(*page), QStringList { "B4" }, 2000);
+    }
+    QTEST(recorder.texts(), "boxes");
+}
+
+Q_DECLARE_METATYPE(Key)
+QTEST_MAIN(tst_buttons)
+#include "tst_buttons.moc"
