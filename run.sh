@@ -8,7 +8,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 tools/install-deps.sh
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DZUSETTINGS_TESTS=OFF >/dev/null
-cmake --build build --parallel "$(nproc)" --target zusettings
+cmake --build build --parallel "$(nproc)" --target zusettings zuaux-sim
 
 export ZUAUX_SIM_PROFILE="${ZUAUX_SIM_PROFILE:-full}"
 if [ -z "${ZUSETTINGS_INPUT_DEVICE:-}" ]; then
@@ -18,6 +18,7 @@ if [ -z "${ZUSETTINGS_INPUT_DEVICE:-}" ]; then
     mkfifo "$fifo"
     trap 'rm -f "$fifo"' EXIT
     export ZUSETTINGS_INPUT_DEVICE="$fifo"
+    echo "run.sh: press a front button: ZUSETTINGS_INPUT_DEVICE=$fifo build/tools/zuaux-sim press <1..10>" >&2
 fi
 status=0
 build/src/zusettings "$@" || status=$?

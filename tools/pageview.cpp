@@ -8,6 +8,10 @@
 // --grab renders the window into a PNG file after --wait ms (default 0) and
 // quits; message boxes are then recorded and listed on stdout instead of
 // being shown, so that the run never blocks.
+//
+// Without ZUSETTINGS_INPUT_DEVICE the Buttons page reads key events from a
+// FIFO of the viewer's own, whose path it prints: press the front buttons
+// with `ZUSETTINGS_INPUT_DEVICE=<path> zuaux-sim press <button>`.
 #include "Dialogs.h"
 #include "PageCatalogue.h"
 #include "PageWindow.h"
@@ -15,10 +19,13 @@
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <cstdio>
 #include <memory>
+#include <sys/stat.h>
 
 namespace
 {
@@ -66,6 +73,14 @@ int main(int argc, char* argv[])
     // The unit must be chosen before the first library call.
     if (!profile.isEmpty())
         qputenv("ZUAUX_SIM_PROFILE", profile);
+    QTemporaryDir fifoDir;
+    const QByteArray fifo = QFile::encodeName(fifoDir.filePath(QStringLiteral("buttons")));
+    if (qEnvironmentVariableIsEmpty("ZUSETTINGS_INPUT_DEVICE") && fifoDir.isValid()
+        && mkfifo(fifo.constData(), 0600) == 0) {
+        qputenv("ZUSETTINGS_INPUT_DEVICE", fifo);
+        std::fprintf(stderr, "pageview: front buttons: ZUSETTINGS_INPUT_DEVICE=%s zuaux-sim press <button>\n",
+            fifo.constData());
+    }
     QApplication app(argc, argv);
 
     std::unique_ptr<Dialogs::Recorder> recorder;

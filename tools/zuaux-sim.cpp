@@ -7,14 +7,24 @@
 //   zuaux-sim call <operation> [arguments...]
 //                                   calls a library operation; prints the
 //                                   result code, then each output on a line
+//   zuaux-sim press <button> [<ms>] presses front button 1..10 for <ms>
+//                                   (default 200): key records of F1..F10
+//                                   into the FIFO ZUSETTINGS_INPUT_DEVICE names
 #include "zuaux2.h"
 #include "zuauxsim.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QTextStream>
+#include <QThread>
 
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
 #include <functional>
+#include <linux/input.h>
 #include <map>
+#include <unistd.h>
 
 using namespace Korvane;
 
@@ -115,9 +125,52 @@ const std::map<QString, std::pair<int, Operation>>& operations()
     return table;
 }
 
+// Writes what the unit's key device gives for a press and a release of a
+// front button, each followed by a report end, as the platform's records.
+int press(const QStringList& args, QTextStream& err)
+{
+    bool ok = false;
+    const int button = args.value(0).toInt(&ok);
+    int holdMs = 200;
+    if (ok && args.size() == 2)
+        holdMs = args.at(1).toInt(&ok);
+    if (!ok || button < 1 || button > 10 || holdMs < 0) {
+        err << "usage: zuaux-sim press <button 1..10> [<ms>]\n";
+        return 2;
+    }
+    const QString path = qEnvironmentVariable("ZUSETTINGS_INPUT_DEVICE");
+    if (path.isEmpty()) {
+        err << "zuaux-sim: ZUSETTINGS_INPUT_DEVICE names no FIFO\n";
+        return 1;
+    }
+    // Without a reader the FIFO refuses at once instead of blocking.
+    const int fd = ::open(QFile::encodeName(path).constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) {
+        err << "zuaux-sim: cannot write " << path << ": "
+            << (errno == ENXIO ? "no program reads it" : std::strerror(errno)) << '\n';
+        return 1;
+    }
+    bool written = true;
+    for (const int value : { 1, 0 }) {
+        input_event records[2] = {};
+        records[0].type = EV_KEY;
+        records[0].code = static_cast<uint16_t>(KEY_F1 + button - 1);
+        records[0].value = value;
+        records[1].type = EV_SYN;
+        written = written && ::write(fd, records, sizeof records) == static_cast<ssize_t>(sizeof records);
+        if (value == 1)
+            QThread::msleep(static_cast<unsigned long>(holdMs));
+    }
+    ::close(fd);
+    if (!written)
+        err << "zuaux-sim: cannot write " << path << '\n';
+    return written ? 0 : 1;
+}
+
 int usage(QTextStream& err)
 {
     err << "usage: zuaux-sim get <key> | set <key> <value> | call <operation> [arguments...]\n"
+           "       zuaux-sim press <button> [<ms>]\n"
            "operations:";
     for (const auto& entry : operations())
         err << ' ' << entry.first;
@@ -163,5 +216,7 @@ int main(int argc, char* argv[])
         }
         return 0;
     }
+    if (command == QLatin1String("press") && args.size() >= 2 && args.size() <= 3)
+        return press(args.mid(1), err);
     return usage(err);
 }
