@@ -200,8 +200,7 @@ int main(int argc, char* argv[])
         return 0;
     }
     if (command == QLatin1String("set") && args.size() == 3) {
-        ZuAuxSim::setValue(args.at(1), args.at(2));
-        return 0;
+        return ZuAuxSim::setValue(args.at(1), args.at(2)) ? 0 : 1;
     }
     if (command == QLatin1String("call") && args.size() >= 2) {
         const auto found = operations().find(args.at(1));

@@ -11,9 +11,9 @@ void reset(const QString& profile, const QString& stateFile)
     Store::instance().reset(profile, stateFile);
 }
 
-void setValue(const QString& key, const QVariant& value)
+bool setValue(const QString& key, const QVariant& value)
 {
-    Store::instance().write(
+    return Store::instance().write(
         key, value.userType() == QMetaType::Double ? QVariant(SimStore::toText(value)) : value);
 }
 
@@ -50,6 +50,11 @@ QStringList trace()
 void clearTrace()
 {
     Store::instance().clearTrace();
+}
+
+void traceCalls(bool on)
+{
+    Store::instance().setMemoryTrace(on);
 }
 
 } // namespace ZuAuxSim

@@ -21,7 +21,10 @@ QString traceArg(const char* value)
 
 void traceHandleCall(const char* call)
 {
-    unit().trace(QString::fromLatin1(call));
+    Store& u = unit();
+    Store::Lock lock(u.mutex);
+    if (u.tracing())
+        u.trace(QString::fromLatin1(call));
 }
 
 eErr copyText(const QString& text, char* buffer, uint32_t size)

@@ -8,7 +8,10 @@
 #include "zuaux2.h"
 
 #include <cstring>
+#include <limits>
+#include <tuple>
 #include <type_traits>
+#include <utility>
 
 namespace SimOps
 {
@@ -37,25 +40,60 @@ QString traceArg(T value)
     return QString::number(static_cast<long long>(value));
 }
 
-template <class... Args> QString traceArgs(const Args&... args)
+// The input arguments of a call, kept as they are and turned into trace text
+// only when calls are traced.
+template <class... Args> struct TraceArgs {
+    std::tuple<Args...> values;
+    operator QString() const
+    {
+        return std::apply(
+            [](const Args&... args) {
+                const QStringList list { traceArg(args)... };
+                return list.join(QStringLiteral(", "));
+            },
+            values);
+    }
+};
+
+template <class... Args> TraceArgs<std::decay_t<Args>...> traceArgs(const Args&... args)
 {
-    const QStringList list { traceArg(args)... };
-    return list.join(QStringLiteral(", "));
+    return { { args... } };
+}
+
+inline QString traceText(const QString& text)
+{
+    return text;
+}
+template <class... Args> QString traceText(const TraceArgs<Args...>& args)
+{
+    return args;
 }
 
 void traceHandleCall(const char* call);
 
 // Runs one operation: an injected code wins, a null handle is refused, and
-// otherwise `body` decides. Exactly one trace line either way. The body must
+// otherwise `body` decides. The writes of the body are saved together when it
+// ends; when they cannot be saved the operation fails with ERR_FLASH_WRITE and
+// the unit keeps its values. Exactly one trace line either way. The body must
 // write its outputs only on success.
-template <class Body> eErr run(const char* operation, const void* handle, const QString& arguments, Body body)
+template <class Args, class Body>
+eErr run(const char* operation, const void* handle, const Args& arguments, Body body)
 {
     Store& u = unit();
     Store::Lock lock(u.mutex);
-    auto code = eErr(u.codeFor(QLatin1String(operation)));
-    if (code == Korvane::ERR_SUCCESS)
-        code = handle ? body(u) : Korvane::ERR_INVALID_HANDLE;
-    u.trace(QStringLiteral("%1(%2) -> %3").arg(QLatin1String(operation), arguments).arg(int(code)));
+    auto code = eErr(u.codeFor(operation));
+    if (code == Korvane::ERR_SUCCESS && !handle)
+        code = Korvane::ERR_INVALID_HANDLE;
+    if (code == Korvane::ERR_SUCCESS) {
+        Store::Change change(u);
+        code = body(u);
+        if (!change.commit() && code == Korvane::ERR_SUCCESS)
+            code = Korvane::ERR_FLASH_WRITE;
+    }
+    if (u.tracing())
+        u.trace(QStringLiteral("%1(%2) -> %3")
+                    .arg(QLatin1String(operation), traceText(arguments))
+                    .arg(int(code)));
     return code;
 }
 
@@ -66,7 +104,7 @@ template <class T> T fromStore(Store& u, const QString& key)
     else if constexpr (std::is_floating_point_v<T>)
         return T(u.number(key));
     else
-        return static_cast<T>(u.integer(key));
+        return static_cast<T>(u.wide(key));
 }
 
 template <class T> QVariant toStore(T value)
@@ -79,16 +117,33 @@ template <class T> QVariant toStore(T value)
 
 inline bool flag(Store& u, const char* key)
 {
-    return u.integer(QLatin1String(key)) != 0;
+    return u.integer(u.key(key)) != 0;
 }
 inline bool inRange(Store& u, const char* countKey, int number)
 {
-    return number >= 1 && number <= u.integer(QLatin1String(countKey));
+    return number >= 1 && number <= u.integer(u.key(countKey));
 }
 inline QString indexed(const char* key, int index)
 {
-    return QLatin1String(key) + QLatin1Char('_') + QString::number(index);
+    return unit().key(key, index);
 }
+
+// The lowest and highest value of type T, for the ranges profile and state
+// lines must keep to; enumerations hold what an int holds.
+template <class T> constexpr std::pair<double, double> limitsOf()
+{
+    if constexpr (std::is_same_v<T, bool>)
+        return { 0, 1 };
+    else if constexpr (std::is_enum_v<T>)
+        return limitsOf<int>();
+    else
+        return { double(std::numeric_limits<T>::lowest()), double(std::numeric_limits<T>::max()) };
+}
+
+// Declares that the values under `key` have the type T.
+#define SIM_RANGE(id, key, Type)                                                                             \
+    static const SimStore::ValueRange id(key, SimOps::limitsOf<Type>().first,                                \
+        SimOps::limitsOf<Type>().second, !std::is_floating_point_v<Type>);
 
 template <class T> eErr getOne(Store& u, const QString& key, T* out)
 {

@@ -1,13 +1,19 @@
 #include "simstore.h"
+#include "simini.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 #include <algorithm>
+#include <cerrno>
+#include <climits>
 #include <cmath>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace SimStore
 {
@@ -41,37 +47,6 @@ QString defaultStatePath()
     if (base.isEmpty())
         base = QDir::homePath() + QStringLiteral("/.local/state");
     return base + QStringLiteral("/zusettings/sim-state.ini");
-}
-
-// QSettings accepts nearly anything, so a damaged file is recognised here: it
-// must be text made of sections, comments and key=value lines.
-QString problemWith(const QString& path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QStringLiteral("is not readable");
-    const QByteArray data = file.readAll();
-    if (data.contains('\0'))
-        return QStringLiteral("is corrupt (binary data)");
-    const QList<QByteArray> lines = data.split('\n');
-    for (int i = 0; i < lines.size(); ++i) {
-        const QByteArray line = lines.at(i).trimmed();
-        if (line.isEmpty() || line.startsWith(';') || line.startsWith('#') || line.contains('='))
-            continue;
-        if (line.startsWith('[') && line.endsWith(']'))
-            continue;
-        return QStringLiteral("is corrupt (line %1)").arg(i + 1);
-    }
-    return QString();
-}
-
-QString asideName(const QString& path)
-{
-    const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
-    QString name = path + QStringLiteral(".corrupt-") + stamp;
-    for (int n = 2; QFile::exists(name); ++n)
-        name = path + QStringLiteral(".corrupt-%1-%2").arg(stamp).arg(n);
-    return name;
 }
 
 // How a live reading moves around its stored value.
@@ -125,6 +100,124 @@ QString numberText(float value)
     return QString::number(double(value), 'g', 9);
 }
 
+namespace
+{
+
+const ValueRange* rangeList = nullptr;
+
+struct Range {
+    double lowest;
+    double highest;
+    bool whole;
+};
+
+// The ranges by key; a key that a getter and a setter share gets the values
+// both types hold.
+const QHash<QString, Range>& ranges()
+{
+    static const QHash<QString, Range> byKey = [] {
+        QHash<QString, Range> map;
+        for (const ValueRange* r = rangeList; r; r = r->next) {
+            const QString key = QString::fromLatin1(r->key);
+            Range range { r->lowest, r->highest, r->whole };
+            const auto known = map.constFind(key);
+            if (known != map.constEnd()) {
+                range.lowest = std::max(range.lowest, known->lowest);
+                range.highest = std::min(range.highest, known->highest);
+                range.whole = range.whole || known->whole;
+            }
+            map.insert(key, range);
+        }
+        return map;
+    }();
+    return byKey;
+}
+
+// Whether `value` fits the type of the operation that uses `key`.
+bool acceptable(const QString& key, const QString& value, QString& why)
+{
+    auto found = ranges().constFind(key);
+    if (found == ranges().constEnd()) {
+        // "<Family>/<Name>_<n>" is checked as "<Family>/<Name>_".
+        qsizetype end = key.size();
+        while (end > 0 && key.at(end - 1).isDigit())
+            --end;
+        if (end == key.size() || end == 0 || key.at(end - 1) != QLatin1Char('_'))
+            return true;
+        found = ranges().constFind(key.left(end));
+        if (found == ranges().constEnd())
+            return true;
+    }
+    bool ok = false;
+    const double number = value.trimmed().toDouble(&ok);
+    if (ok && std::isfinite(number) && number >= found->lowest && number <= found->highest
+        && (!found->whole || number == std::floor(number)))
+        return true;
+    why = QStringLiteral("holds %1, not a %2 in %3..%4")
+              .arg(value, found->whole ? QStringLiteral("whole number") : QStringLiteral("number"))
+              .arg(found->lowest, 0, 'g', 12)
+              .arg(found->highest, 0, 'g', 12);
+    return false;
+}
+
+// A line as it can be shown on one line of a terminal.
+QString shown(QByteArrayView raw)
+{
+    QByteArray text = raw.first(std::min<qsizetype>(raw.size(), 60)).toByteArray();
+    for (char& c : text) {
+        if (uchar(c) < 0x20 || c == 0x7f)
+            c = '?';
+    }
+    return QString::fromLatin1(text) + (raw.size() > 60 ? QStringLiteral("...") : QString());
+}
+
+int linesIn(QByteArrayView data)
+{
+    return int(data.count('\n'));
+}
+
+// Keeps what the file holds after the last `count` bytes in view.
+QByteArray lastBytes(const QByteArray& data, qsizetype count = 64)
+{
+    return data.right(count);
+}
+
+// Two texts of a value are the same value when they are equal or are the same
+// number; this lets a setter's integer compare with the text a file holds.
+bool sameValue(const QVariant& known, const QVariant& value)
+{
+    if (!known.isValid())
+        return false;
+    const QString text = toText(known);
+    switch (value.userType()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Bool: {
+        bool ok = false;
+        const long long number = text.toLongLong(&ok);
+        return ok && number == value.toLongLong();
+    }
+    case QMetaType::QString:
+        return text == value.toString();
+    default:
+        return text == toText(value);
+    }
+}
+
+} // namespace
+
+ValueRange::ValueRange(const char* key_, double lowest_, double highest_, bool whole_)
+    : key(key_)
+    , lowest(lowest_)
+    , highest(highest_)
+    , whole(whole_)
+    , next(rangeList)
+{
+    rangeList = this;
+}
+
 Store& Store::instance()
 {
     static Store store;
@@ -163,111 +256,150 @@ void Store::reset(const QString& profile, const QString& stateFile)
 
 void Store::load(const QString& profile, const QString& stateFile)
 {
-    m_profile.clear();
-    m_saved.clear();
-    m_profileCodes.clear();
-    m_heldAtStored.clear();
+    m_profile = Values();
+    m_state = Values();
     m_scratch.clear();
-    m_frozen = false;
-    m_state.reset();
+    m_reported.clear();
     m_statePath = stateFile;
+    m_statePathBytes.clear();
+    m_saving = false;
+    m_stateProblem.clear();
+    m_stamp = SimFile::Stamp();
+    m_tail.clear();
+    m_tailSection.clear();
+    m_lines = 0;
+    m_settingLines = 0;
+    m_overwritten = 0;
+    m_before.clear();
     m_clock.start();
 
     if (!loadProfile(resolveProfile(profile)))
         loadProfile(shippedProfile(QStringLiteral("full")));
     if (!m_statePath.isEmpty())
         loadState();
+    m_frozen = m_profile.frozen || m_state.frozen;
+}
+
+void Store::reportOnce(const QString& message)
+{
+    if (m_reported.contains(message))
+        return;
+    m_reported.insert(message);
+    std::fprintf(stderr, "zu-aux2 simulator: %s\n", qPrintable(message));
 }
 
 bool Store::loadProfile(const QString& path, int depth)
 {
-    if (!problemWith(path).isEmpty()) {
+    QByteArray data;
+    QString problem;
+    bool read = false;
+    if (path.startsWith(QLatin1Char(':'))) {
+        QFile resource(path);
+        read = resource.open(QIODevice::ReadOnly);
+        data = resource.readAll();
+    } else {
+        SimFile::Stamp stamp;
+        read = SimFile::readAll(path, data, stamp, problem);
+    }
+    if (!read) {
         std::fprintf(stderr, "zu-aux2 simulator: profile %s %s; using the full profile\n", qPrintable(path),
-            qPrintable(problemWith(path)));
+            qPrintable(problem));
         return false;
     }
-    QSettings settings(path, QSettings::IniFormat);
+    Values own;
+    QString section;
+    readInto(path, data, 1, section, own);
     // A profile may describe itself as changes to another one.
-    const QString base = toText(settings.value(QStringLiteral("profile/base")));
+    const QString base = own.values.take(QStringLiteral("profile/base")).toString();
     if (!base.isEmpty() && depth < 4)
         loadProfile(resolveProfile(base), depth + 1);
-    readInto(settings, m_profile, m_profileCodes);
+    m_profile.values.insert(own.values);
+    m_profile.codes.insert(own.codes);
+    m_profile.frozen = m_profile.frozen || own.frozen;
+    m_profile.heldAtStored.unite(own.heldAtStored);
     return true;
+}
+
+void Store::readInto(const QString& path, QByteArrayView data, int firstLine, QString& section, Values& into)
+{
+    const bool state = &into == &m_state;
+    SimIni::Reader reader;
+    reader.rejected = [&](const SimIni::Line& line, const QString& why) {
+        reportOnce(QStringLiteral("%1:%2: line ignored, it %3: %4")
+                       .arg(path)
+                       .arg(line.number)
+                       .arg(why, shown(line.raw)));
+    };
+    reader.setting = [&](const SimIni::Line& line) {
+        const QString& key = line.key;
+        QString why;
+        if (key.startsWith(QLatin1String("errors/"))) {
+            bool ok = false;
+            const int code = line.value.toInt(&ok);
+            if (!ok)
+                return reader.rejected(line, QStringLiteral("holds a code that is not a number"));
+            into.codes.insert(key.mid(7).toLatin1(), code);
+        } else if (key == QLatin1String("live/frozen")) {
+            into.frozen = line.value.toInt() != 0;
+        } else if (key == QLatin1String("live/hold")) {
+            for (const QString& held : line.value.split(QLatin1Char(','), Qt::SkipEmptyParts))
+                into.heldAtStored.insert(held.trimmed());
+        } else if (key.startsWith(QLatin1String("profile/")) && key != QLatin1String("profile/base")) {
+            return;
+        } else if (!acceptable(key, line.value, why)) {
+            return reader.rejected(line, why);
+        } else {
+            if (state && into.values.contains(key))
+                ++m_overwritten;
+            into.values.insert(key, line.value);
+        }
+        if (state)
+            ++m_settingLines;
+    };
+    SimIni::read(data, firstLine, section, reader);
 }
 
 void Store::loadState()
 {
     QString problem;
-    if (QFile::exists(m_statePath)) {
-        problem = problemWith(m_statePath);
-        if (problem.isEmpty()) {
-            m_state = std::make_unique<QSettings>(m_statePath, QSettings::IniFormat);
-            if (m_state->status() != QSettings::NoError) {
-                problem = QStringLiteral("is corrupt");
-                m_state.reset();
-            }
-        }
-    } else {
-        QDir().mkpath(QFileInfo(m_statePath).absolutePath());
+    const QString resolved = SimFile::resolve(m_statePath, problem);
+    if (resolved.isEmpty()) {
+        m_stateProblem = QStringLiteral("state file %1 %2").arg(m_statePath, problem);
+        reportOnce(m_stateProblem + QStringLiteral("; using built-in values, nothing is saved"));
+        return;
     }
-
-    if (!problem.isEmpty()) {
-        const QString aside = asideName(m_statePath);
-        if (QFile::rename(m_statePath, aside)) {
-            std::fprintf(stderr,
-                "zu-aux2 simulator: state file %s %s; moved it to %s, using profile values\n",
-                qPrintable(m_statePath), qPrintable(problem), qPrintable(aside));
-        } else {
-            // Keep the damaged file untouched and save nothing over it.
-            std::fprintf(stderr,
-                "zu-aux2 simulator: state file %s %s and could not be moved aside; using profile "
-                "values, changes will not be saved\n",
-                qPrintable(m_statePath), qPrintable(problem));
-            return;
-        }
+    m_statePath = resolved;
+    m_statePathBytes = QFile::encodeName(resolved);
+    m_saving = true;
+    if (SimFile::stampOf(m_statePathBytes).size < 0)
+        return;
+    QByteArray data;
+    if (!SimFile::readAll(m_statePath, data, m_stamp, problem)) {
+        // What cannot be read is not overwritten either.
+        m_saving = false;
+        m_stamp = SimFile::Stamp();
+        m_stateProblem = QStringLiteral("state file %1 %2").arg(m_statePath, problem);
+        reportOnce(m_stateProblem + QStringLiteral("; using built-in values, nothing is saved"));
+        return;
     }
-
-    if (!m_state)
-        m_state = std::make_unique<QSettings>(m_statePath, QSettings::IniFormat);
-    m_state->setAtomicSyncRequired(true);
-    readInto(*m_state, m_saved, m_profileCodes);
-}
-
-void Store::readInto(QSettings& settings, QHash<QString, QVariant>& values, QHash<QString, int>& codes)
-{
-    const QString errors = QStringLiteral("errors/");
-    const QString live = QStringLiteral("live/");
-    const QStringList keys = settings.allKeys();
-    for (const QString& key : keys) {
-        const QVariant value = settings.value(key);
-        if (key.startsWith(QLatin1String("profile/"))) {
-            continue;
-        } else if (key.startsWith(errors)) {
-            codes.insert(key.mid(errors.size()), toText(value).toInt());
-        } else if (key == live + QStringLiteral("frozen")) {
-            m_frozen = toText(value).toInt() != 0;
-        } else if (key == live + QStringLiteral("hold")) {
-            for (const QString& held : toText(value).split(QLatin1Char(','), Qt::SkipEmptyParts))
-                m_heldAtStored.insert(held.trimmed());
-        } else {
-            values.insert(key, value);
-        }
-    }
+    readInto(m_statePath, data, 1, m_tailSection, m_state);
+    m_lines = linesIn(data);
+    m_tail = lastBytes(data);
 }
 
 bool Store::has(const QString& key) const
 {
     Lock lock(mutex);
-    return m_saved.contains(key) || m_profile.contains(key);
+    return m_state.values.contains(key) || m_profile.values.contains(key);
 }
 
 QVariant Store::stored(const QString& key) const
 {
     Lock lock(mutex);
-    const auto saved = m_saved.constFind(key);
-    if (saved != m_saved.constEnd())
+    const auto saved = m_state.values.constFind(key);
+    if (saved != m_state.values.constEnd())
         return *saved;
-    return m_profile.value(key);
+    return m_profile.values.value(key);
 }
 
 QVariant Store::current(const QString& key) const
@@ -283,7 +415,8 @@ QVariant Store::current(const QString& key) const
         return qBound(20, qRound(20 + lux * 0.235), 255);
     }
     const QVariant base = stored(key);
-    if (!base.isValid() || m_frozen || m_heldAtStored.contains(key))
+    if (!base.isValid() || m_frozen || m_profile.heldAtStored.contains(key)
+        || m_state.heldAtStored.contains(key))
         return base;
     return live(key, base);
 }
@@ -315,33 +448,306 @@ QString Store::text(const QString& key) const
     return toText(current(key));
 }
 
-int Store::integer(const QString& key) const
+long long Store::wide(const QString& key) const
 {
     const QVariant value = current(key);
-    if (value.userType() == QMetaType::Double)
-        return qRound(value.toDouble());
-    const QString text = toText(value).trimmed();
-    bool ok = false;
-    const int result = text.toInt(&ok);
-    return ok ? result : qRound(text.toDouble());
+    double number = 0;
+    switch (value.userType()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::Bool:
+        return value.toLongLong();
+    case QMetaType::Double:
+        number = value.toDouble();
+        break;
+    default: {
+        const QString text = toText(value).trimmed();
+        bool ok = false;
+        const long long result = text.toLongLong(&ok);
+        if (ok)
+            return result;
+        number = text.toDouble();
+    }
+    }
+    // Anything a 64-bit integer cannot hold reads as 0 rather than wrapping.
+    return std::isfinite(number) && std::fabs(number) < 9e18 ? qRound64(number) : 0;
+}
+
+int Store::integer(const QString& key) const
+{
+    return int(std::clamp<long long>(wide(key), INT_MIN, INT_MAX));
 }
 
 double Store::number(const QString& key) const
 {
-    return toText(current(key)).toDouble();
+    const QVariant value = current(key);
+    if (value.userType() == QMetaType::Double)
+        return value.toDouble();
+    return toText(value).toDouble();
 }
 
-void Store::write(const QString& key, const QVariant& value)
+QString Store::key(const char* literal)
 {
     Lock lock(mutex);
-    m_saved.insert(key, value);
-    if (!m_state)
+    auto found = m_keys.constFind(literal);
+    if (found == m_keys.constEnd())
+        found = m_keys.insert(literal, QString::fromLatin1(literal));
+    return *found;
+}
+
+QString Store::key(const char* literal, int index)
+{
+    Lock lock(mutex);
+    const auto id = std::make_pair(literal, index);
+    auto found = m_indexedKeys.constFind(id);
+    if (found == m_indexedKeys.constEnd())
+        found = m_indexedKeys.insert(id, QLatin1String(literal) + QLatin1Char('_') + QString::number(index));
+    return *found;
+}
+
+bool Store::write(const QString& key, const QVariant& value)
+{
+    Lock lock(mutex);
+    if (m_changeDepth == 0) {
+        Change change(*this);
+        write(key, value);
+        return change.commit();
+    }
+    const QVariant known = stored(key);
+    // Writing what the unit holds changes nothing, unless another process
+    // changed the file since: then the write decides what it holds.
+    if (sameValue(known, value) && (!m_saving || SimFile::stampOf(m_statePathBytes) == m_stamp))
+        return true;
+    const auto recorded = std::find_if(m_before.cbegin(), m_before.cend(),
+        [&](const std::pair<QString, QVariant>& b) { return b.first == key; });
+    if (recorded == m_before.cend())
+        m_before.append({ key, m_state.values.value(key) });
+    m_state.values.insert(key, value.userType() == QMetaType::QString ? value : QVariant(toText(value)));
+    return true;
+}
+
+Store::Change::Change(Store& store)
+    : m_store(store)
+{
+    m_store.mutex.lock();
+    ++m_store.m_changeDepth;
+}
+
+Store::Change::~Change()
+{
+    commit();
+    m_store.mutex.unlock();
+}
+
+bool Store::Change::commit()
+{
+    if (m_done)
+        return true;
+    m_done = true;
+    if (--m_store.m_changeDepth > 0 || m_store.m_before.isEmpty())
+        return true;
+    const QList<std::pair<QString, QVariant>> before = std::move(m_store.m_before);
+    m_store.m_before.clear();
+    // Without a state file the unit keeps its values in memory only.
+    if (m_store.m_statePath.isEmpty())
+        return true;
+    return m_store.save(before);
+}
+
+// Appends the values that `before` lists as changed to the state file, after
+// taking in what other processes wrote. The memory always ends up as the file
+// holds it.
+bool Store::save(const QList<std::pair<QString, QVariant>>& before)
+{
+    QList<std::pair<QString, QString>> changes;
+    for (const auto& [key, old] : before) {
+        changes.append({ key, m_state.values.value(key).toString() });
+        if (old.isValid())
+            m_state.values.insert(key, old);
+        else
+            m_state.values.remove(key);
+    }
+    QStringList keys;
+    for (const auto& change : changes)
+        keys << change.first;
+    const QString what = keys.join(QStringLiteral(", "));
+    // Loading said why nothing can be saved.
+    if (!m_saving)
+        return false;
+
+    if (m_stamp.size < 0)
+        QDir().mkpath(QFileInfo(m_statePath).absolutePath());
+    const int fd = ::open(
+        m_statePathBytes.constData(), O_RDWR | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0644);
+    if (fd < 0) {
+        reportOnce(QStringLiteral("cannot save %1 to %2 (%3)").arg(what, m_statePath, SimFile::lastError()));
+        return false;
+    }
+    SimFile::Lock lock(m_statePath);
+    if (!lock.problem().isEmpty())
+        reportOnce(lock.problem());
+    const SimFile::Stamp now = SimFile::stampOf(fd);
+    // An edit in place within one tick of the clock keeps the stamp; the last
+    // bytes show most such edits.
+    QByteArray seen;
+    const bool unchanged = now == m_stamp
+        && (m_tail.isEmpty()
+            || (SimFile::readAt(fd, now.size - m_tail.size(), m_tail.size(), seen) && seen == m_tail));
+    if (now.size < 0 || (!unchanged && !refresh(fd, now))) {
+        ::close(fd);
+        reportOnce(
+            QStringLiteral("cannot save %1: state file %2 cannot be read back").arg(what, m_statePath));
+        return false;
+    }
+
+    QByteArray text;
+    QString section = m_tailSection;
+    QList<std::pair<QString, QVariant>> written;
+    for (const auto& [key, value] : changes) {
+        if (sameValue(stored(key), value))
+            continue;
+        text += SimIni::sectionFor(key, section);
+        text += SimIni::setting(key, value);
+        written.append({ key, m_state.values.value(key) });
+        if (m_state.values.contains(key))
+            ++m_overwritten;
+        m_state.values.insert(key, value);
+    }
+    if (text.isEmpty()) {
+        ::close(fd);
+        return true;
+    }
+    if (!m_tail.isEmpty() && !m_tail.endsWith('\n'))
+        text.prepend('\n');
+
+    qsizetype done = 0;
+    while (done < text.size()) {
+        const ssize_t n = ::write(fd, text.constData() + done, size_t(text.size() - done));
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0)
+            break;
+        done += n;
+    }
+    if (done < text.size()) {
+        const QString error = SimFile::lastError();
+        // No half line stays behind, and the memory keeps what the file holds.
+        if (done > 0 && ::ftruncate(fd, off_t(now.size)) != 0)
+            reportOnce(QStringLiteral("cannot undo a partial write to %1").arg(m_statePath));
+        ::close(fd);
+        for (const auto& [key, old] : written) {
+            if (old.isValid())
+                m_state.values.insert(key, old);
+            else
+                m_state.values.remove(key);
+        }
+        reportOnce(QStringLiteral("cannot save %1 to %2 (%3)").arg(what, m_statePath, error));
+        return false;
+    }
+    m_stamp = SimFile::stampOf(fd);
+    m_tail = lastBytes(m_tail + text);
+    m_tailSection = section;
+    m_lines += linesIn(text);
+    m_settingLines += written.size();
+    // Old lines are dropped once they outnumber the live ones, so a write
+    // costs what it changes, on average, whatever the file holds.
+    if (lock.held() && m_overwritten > 256 && m_overwritten * 2 > m_settingLines)
+        compact(fd);
+    ::close(fd);
+    return true;
+}
+
+// Takes in what another process changed in the file: only the appended text
+// when the file grew by appending, the whole file otherwise.
+bool Store::refresh(int fd, const SimFile::Stamp& now)
+{
+    QByteArray data;
+    QByteArray seen;
+    const qint64 from = m_stamp.size - m_tail.size();
+    const bool appended = m_stamp.size > 0 && now.device == m_stamp.device && now.inode == m_stamp.inode
+        && now.size > m_stamp.size && m_tail.endsWith('\n') && SimFile::readAt(fd, from, m_tail.size(), seen)
+        && seen == m_tail;
+    if (appended && SimFile::readAt(fd, m_stamp.size, now.size - m_stamp.size, data)) {
+        readInto(m_statePath, data, m_lines + 1, m_tailSection, m_state);
+        m_lines += linesIn(data);
+        m_tail = lastBytes(m_tail + data);
+    } else {
+        if (!SimFile::readAt(fd, 0, now.size, data))
+            return false;
+        m_state = Values();
+        m_tailSection.clear();
+        m_settingLines = 0;
+        m_overwritten = 0;
+        readInto(m_statePath, data, 1, m_tailSection, m_state);
+        m_lines = linesIn(data);
+        m_tail = lastBytes(data);
+    }
+    m_stamp = now;
+    m_frozen = m_frozen || m_state.frozen;
+    return true;
+}
+
+// Rewrites the state file without the settings that later lines override.
+// Comments, sections and lines the unit could not read stay as they are.
+void Store::compact(int fd)
+{
+    QByteArray data;
+    if (!SimFile::readAt(fd, 0, m_stamp.size, data))
         return;
-    m_state->setValue(key, value);
-    m_state->sync();
-    if (m_state->status() != QSettings::NoError)
-        std::fprintf(
-            stderr, "zu-aux2 simulator: cannot save %s to %s\n", qPrintable(key), qPrintable(m_statePath));
+    QHash<QString, int> lastLine;
+    QHash<int, QString> keyOfLine;
+    QString section;
+    SimIni::Reader reader;
+    reader.setting = [&](const SimIni::Line& line) {
+        lastLine.insert(line.key, line.number);
+        keyOfLine.insert(line.number, line.key);
+    };
+    reader.rejected = [](const SimIni::Line&, const QString&) {};
+    SimIni::read(data, 1, section, reader);
+
+    QList<QByteArrayView> kept;
+    int number = 0;
+    for (qsizetype start = 0; start <= data.size(); ++number) {
+        qsizetype end = data.indexOf('\n', start);
+        if (end < 0)
+            end = data.size();
+        const QByteArrayView line = QByteArrayView(data).sliced(start, end - start);
+        start = end + 1;
+        const auto key = keyOfLine.constFind(number + 1);
+        if (key != keyOfLine.constEnd() && lastLine.value(*key) != number + 1)
+            continue;
+        // A section whose settings all went is dropped with them.
+        if (!kept.isEmpty() && kept.last().trimmed().startsWith('[') && line.trimmed().startsWith('['))
+            kept.removeLast();
+        kept.append(line);
+    }
+    QByteArray out;
+    out.reserve(data.size());
+    for (qsizetype i = 0; i < kept.size(); ++i) {
+        out.append(kept.at(i));
+        if (i + 1 < kept.size())
+            out.append('\n');
+    }
+
+    struct stat info;
+    const QByteArray temporary = m_statePathBytes + ".tmp-" + QByteArray::number(::getpid());
+    const int out_fd = ::fstat(fd, &info) == 0
+        ? ::open(temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, info.st_mode & 07777)
+        : -1;
+    if (out_fd < 0)
+        return;
+    const bool written = ::write(out_fd, out.constData(), size_t(out.size())) == ssize_t(out.size());
+    const bool closed = ::close(out_fd) == 0;
+    if (!written || !closed || ::rename(temporary.constData(), m_statePathBytes.constData()) != 0) {
+        ::unlink(temporary.constData());
+        return;
+    }
+    m_stamp = SimFile::stampOf(m_statePathBytes);
+    m_tail = lastBytes(out);
+    m_lines = linesIn(out);
+    m_settingLines = lastLine.size();
+    m_overwritten = 0;
 }
 
 void Store::hold(const QString& key, const QVariant& value)
@@ -356,29 +762,44 @@ void Store::freezeLive(bool frozen)
     m_frozen = frozen;
 }
 
-int Store::codeFor(const QString& operation) const
+int Store::codeFor(const char* operation) const
 {
     Lock lock(mutex);
-    const QString any = QStringLiteral("*");
-    for (const QString& name : { operation, any }) {
-        if (m_forcedCodes.contains(name))
-            return m_forcedCodes.value(name);
-        if (m_profileCodes.contains(name))
-            return m_profileCodes.value(name);
+    if (m_forcedCodes.isEmpty() && m_state.codes.isEmpty() && m_profile.codes.isEmpty())
+        return 0;
+    const QByteArray name = QByteArray::fromRawData(operation, qsizetype(std::strlen(operation)));
+    static const QByteArray any = QByteArrayLiteral("*");
+    for (const QByteArray* n : { &name, &any }) {
+        for (const QHash<QByteArray, int>* codes : { &m_forcedCodes, &m_state.codes, &m_profile.codes }) {
+            const auto found = codes->constFind(*n);
+            if (found != codes->constEnd())
+                return *found;
+        }
     }
     return 0;
+}
+
+int Store::codeFor(const QString& operation) const
+{
+    return codeFor(operation.toLatin1().constData());
 }
 
 void Store::forceCode(const QString& operation, int code)
 {
     Lock lock(mutex);
-    m_forcedCodes.insert(operation, code);
+    m_forcedCodes.insert(operation.toLatin1(), code);
 }
 
 void Store::clearCodes()
 {
     Lock lock(mutex);
     m_forcedCodes.clear();
+}
+
+void Store::setMemoryTrace(bool on)
+{
+    Lock lock(mutex);
+    m_memoryTraceOn = on;
 }
 
 void Store::trace(const QString& line)

@@ -4,20 +4,35 @@
 #ifndef SIMSTORE_H
 #define SIMSTORE_H
 
+#include "simfile.h"
+
+#include <QByteArray>
 #include <QElapsedTimer>
 #include <QHash>
+#include <QList>
 #include <QSet>
-#include <QSettings>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
 
 #include <cstdio>
-#include <memory>
 #include <mutex>
+#include <utility>
 
 namespace SimStore
 {
+
+// The values an operation's type can carry, for the key it reads or writes.
+// Profile and state lines outside it are refused. Objects of this class are
+// static and link themselves into one list when the library is loaded.
+struct ValueRange {
+    ValueRange(const char* key, double lowest, double highest, bool whole);
+    const char* key; // "<Family>/<Name>", or "<Family>/<Name>_" for indexed values
+    double lowest;
+    double highest;
+    bool whole; // whole numbers only
+    const ValueRange* next;
+};
 
 class Store
 {
@@ -42,18 +57,44 @@ public:
     QVariant current(const QString& key) const;
     QString text(const QString& key) const;
     int integer(const QString& key) const;
+    long long wide(const QString& key) const;
     double number(const QString& key) const;
 
-    // A write made by a setter: kept and saved to the state file.
-    void write(const QString& key, const QVariant& value);
+    // A write made by a setter: kept and saved to the state file. False when
+    // it cannot be saved; the unit then keeps the value it had.
+    bool write(const QString& key, const QVariant& value);
+
+    // The writes of one operation, saved together when it ends. commit() is
+    // false when they could not be saved; they are then undone.
+    class Change
+    {
+    public:
+        explicit Change(Store& store);
+        ~Change();
+        Change(const Change&) = delete;
+        Change& operator=(const Change&) = delete;
+        bool commit();
+
+    private:
+        Store& m_store;
+        bool m_done = false;
+    };
+
+    // A key made once from a string literal, so that lookups allocate nothing.
+    QString key(const char* literal);
+    QString key(const char* literal, int index); // "<literal>_<index>"
 
     void hold(const QString& key, const QVariant& value);
     void freezeLive(bool frozen);
 
+    int codeFor(const char* operation) const;
     int codeFor(const QString& operation) const;
     void forceCode(const QString& operation, int code);
     void clearCodes();
 
+    // True when calls leave trace lines (a trace file or the in-memory trace).
+    bool tracing() const { return m_traceFile || m_memoryTraceOn; }
+    void setMemoryTrace(bool on);
     void trace(const QString& line);
     QStringList memoryTrace() const;
     void clearTrace();
@@ -67,24 +108,51 @@ public:
     void setScratch(const QString& key, const QVariant& value) { m_scratch.insert(key, value); }
 
 private:
+    struct Values {
+        QHash<QString, QVariant> values;
+        QHash<QByteArray, int> codes;
+        bool frozen = false;
+        QSet<QString> heldAtStored;
+    };
+
     Store();
     void load(const QString& profile, const QString& stateFile);
     bool loadProfile(const QString& path, int depth = 0);
     void loadState();
-    void readInto(QSettings& settings, QHash<QString, QVariant>& values, QHash<QString, int>& codes);
+    void readInto(const QString& path, QByteArrayView data, int firstLine, QString& section, Values& into);
+    void reportOnce(const QString& message);
+    bool save(const QList<std::pair<QString, QVariant>>& before);
+    bool refresh(int fd, const SimFile::Stamp& now);
+    void compact(int fd);
     QVariant live(const QString& key, const QVariant& base) const;
 
-    QHash<QString, QVariant> m_profile;
-    QHash<QString, QVariant> m_saved;
-    QHash<QString, int> m_profileCodes;
-    QHash<QString, int> m_forcedCodes;
+    Values m_profile;
+    Values m_state;
+    QHash<QByteArray, int> m_forcedCodes;
     QHash<QString, QVariant> m_held;
     QHash<QString, QVariant> m_scratch;
-    QSet<QString> m_heldAtStored;
     bool m_frozen = false;
 
+    // The state file: its resolved path (empty: nothing persists), whether
+    // values can be saved there, and what this process last saw of it.
     QString m_statePath;
-    std::unique_ptr<QSettings> m_state;
+    QByteArray m_statePathBytes;
+    bool m_saving = false;
+    QString m_stateProblem;
+    SimFile::Stamp m_stamp;
+    QByteArray m_tail; // the last bytes of the file as last seen
+    QString m_tailSection;
+    int m_lines = 0;
+    qint64 m_settingLines = 0;
+    qint64 m_overwritten = 0;
+
+    // Writes of the operation in progress: each key with its value before.
+    int m_changeDepth = 0;
+    QList<std::pair<QString, QVariant>> m_before;
+
+    QSet<QString> m_reported;
+    QHash<const char*, QString> m_keys;
+    QHash<std::pair<const char*, int>, QString> m_indexedKeys;
 
     std::FILE* m_traceFile = nullptr;
     bool m_memoryTraceOn = false;
@@ -93,8 +161,7 @@ private:
     QElapsedTimer m_clock;
 };
 
-// Text of a stored value; QSettings hands back comma-separated INI values as
-// lists, which are joined again here.
+// Text of a stored value; lists are joined with commas.
 QString toText(const QVariant& value);
 
 // Shortest decimal text that reads back as exactly `value`.

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QThread>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace SimOps;
@@ -18,6 +19,32 @@ namespace
 
 // A firmware run lasts this long in wall time.
 constexpr double upgradeSeconds = 2.0;
+
+// Values kept under keys of their own by operations with several outputs,
+// and the unit's own keys.
+SIM_RANGE(softTransitionsRange, "Backlight/SoftTransitions", bool)
+SIM_RANGE(kValueRange, "Backlight/KValue", double)
+SIM_RANGE(averageWindowRange, "Backlight/AverageWindowSize", uint8_t)
+SIM_RANGE(rejectWindowRange, "Backlight/RejectWindowSize", uint8_t)
+SIM_RANGE(rejectDeltaRange, "Backlight/RejectDeltaInLux", uint32_t)
+SIM_RANGE(samplingModeRange, "Backlight/SamplingMode", LightsensorSamplingMode)
+SIM_RANGE(batteryMinTempRange, "Battery/MinTemp", int16_t)
+SIM_RANGE(batteryMaxTempRange, "Battery/MaxTemp", int16_t)
+SIM_RANGE(pwmFrequencyRange, "CfgIn/PwmFrequency_", float)
+SIM_RANGE(pwmDutyCycleRange, "CfgIn/PwmDutyCycle_", uint8_t)
+SIM_RANGE(minTempRange, "Diagnostic/MinTemp", int16_t)
+SIM_RANGE(maxTempRange, "Diagnostic/MaxTemp", int16_t)
+SIM_RANGE(pmTempRange, "Diagnostic/PMTemp_", int16_t)
+SIM_RANGE(pmTempTypeRange, "Diagnostic/PMTempType_", PMTempSensorType)
+SIM_RANGE(adcVoltageRange, "Adc/Voltage_", double)
+SIM_RANGE(colorRedRange, "FrontLED/ColorRed", uint8_t)
+SIM_RANGE(colorGreenRange, "FrontLED/ColorGreen", uint8_t)
+SIM_RANGE(colorBlueRange, "FrontLED/ColorBlue", uint8_t)
+SIM_RANGE(signalFrequencyRange, "FrontLED/SignalFrequency", double)
+SIM_RANGE(signalDutyCycleRange, "FrontLED/SignalDutyCycle", uint8_t)
+SIM_RANGE(advancedSettingRange, "TouchScreen/AdvancedSetting_", uint16_t)
+// One sensor for each index an 8-bit sensor number can give.
+const SimStore::ValueRange pmSensorCountRange("Diagnostic/PMSensorCount", 0, 256, true);
 
 bool validStatus(int status)
 {
@@ -37,7 +64,7 @@ bool within(double value, double lowest, double highest)
 }
 bool validMask(Store& u, const char* countKey, int mask)
 {
-    return mask >= 0 && mask < (1 << u.integer(QLatin1String(countKey)));
+    return mask >= 0 && mask < (1LL << std::clamp(u.integer(u.key(countKey)), 0, 62));
 }
 
 bool hasDisplay(Store& u)
@@ -58,7 +85,7 @@ bool hasTelematics(Store& u)
 }
 bool hasCount(Store& u, const char* countKey)
 {
-    return u.integer(QLatin1String(countKey)) > 0;
+    return u.integer(u.key(countKey)) > 0;
 }
 
 // The unit must stay startable: without the on/off signal as a trigger, the
@@ -119,6 +146,7 @@ eErr startUpgrade(const char* operation, FirmwareUpgradeHandle h, const char* fi
     }
 
 #define SIM_GET(Family, Name, Type, fitted)                                                                  \
+    SIM_RANGE(Family##_get##Name##_range, #Family "/" #Name, Type)                                           \
     eErr Family##_get##Name(Family##Handle h, Type* out)                                                     \
     {                                                                                                        \
         return run(#Family "_get" #Name, h, QString(), [&](Store& u) -> eErr {                               \
@@ -129,6 +157,7 @@ eErr startUpgrade(const char* operation, FirmwareUpgradeHandle h, const char* fi
     }
 
 #define SIM_SET(Family, Name, Type, fitted, valid)                                                           \
+    SIM_RANGE(Family##_set##Name##_range, #Family "/" #Name, Type)                                           \
     eErr Family##_set##Name(Family##Handle h, Type value)                                                    \
     {                                                                                                        \
         return run(#Family "_set" #Name, h, traceArgs(value), [&](Store& u) -> eErr {                        \
@@ -139,6 +168,7 @@ eErr startUpgrade(const char* operation, FirmwareUpgradeHandle h, const char* fi
     }
 
 #define SIM_GET_AT(Family, Name, Type, countKey)                                                             \
+    SIM_RANGE(Family##_get##Name##_range, #Family "/" #Name "_", Type)                                       \
     eErr Family##_get##Name(Family##Handle h, uint8_t index, Type* out)                                      \
     {                                                                                                        \
         return run(#Family "_get" #Name, h, traceArgs(index), [&](Store& u) -> eErr {                        \
@@ -149,6 +179,7 @@ eErr startUpgrade(const char* operation, FirmwareUpgradeHandle h, const char* fi
     }
 
 #define SIM_SET_AT(Family, Name, Type, countKey, valid)                                                      \
+    SIM_RANGE(Family##_set##Name##_range, #Family "/" #Name "_", Type)                                       \
     eErr Family##_set##Name(Family##Handle h, uint8_t index, Type value)                                     \
     {                                                                                                        \
         return run(#Family "_set" #Name, h, traceArgs(index, value), [&](Store& u) -> eErr {                 \
@@ -283,7 +314,7 @@ static const char* const blFilterKeys[] = { "Backlight/AverageWindowSize", "Back
 static bool hasAll(Store& u, const char* const* keys, int count)
 {
     for (int i = 0; i < count; ++i) {
-        if (!u.has(QLatin1String(keys[i])))
+        if (!u.has(u.key(keys[i])))
             return false;
     }
     return true;
@@ -297,10 +328,10 @@ eErr Backlight_getAutomaticBLFilter(BacklightHandle h, uint8_t* averageWindowSiz
             return ERR_NOT_SUPPORTED;
         if (!averageWindowSize || !rejectWindowSize || !rejectDeltaInLux || !samplingMode)
             return ERR_INVALID_PARAMETER;
-        *averageWindowSize = fromStore<uint8_t>(u, QLatin1String(blFilterKeys[0]));
-        *rejectWindowSize = fromStore<uint8_t>(u, QLatin1String(blFilterKeys[1]));
-        *rejectDeltaInLux = fromStore<uint32_t>(u, QLatin1String(blFilterKeys[2]));
-        *samplingMode = fromStore<LightsensorSamplingMode>(u, QLatin1String(blFilterKeys[3]));
+        *averageWindowSize = fromStore<uint8_t>(u, u.key(blFilterKeys[0]));
+        *rejectWindowSize = fromStore<uint8_t>(u, u.key(blFilterKeys[1]));
+        *rejectDeltaInLux = fromStore<uint32_t>(u, u.key(blFilterKeys[2]));
+        *samplingMode = fromStore<LightsensorSamplingMode>(u, u.key(blFilterKeys[3]));
         return ERR_SUCCESS;
     });
 }
@@ -316,10 +347,10 @@ eErr Backlight_setAutomaticBLFilter(BacklightHandle h, uint8_t averageWindowSize
             if (averageWindowSize < 1 || samplingMode < LIGHTSENSOR_STANDARD_RANGE
                 || samplingMode > LIGHTSENSOR_AUTO_RANGE)
                 return ERR_INVALID_PARAMETER;
-            u.write(QLatin1String(blFilterKeys[0]), averageWindowSize);
-            u.write(QLatin1String(blFilterKeys[1]), rejectWindowSize);
-            u.write(QLatin1String(blFilterKeys[2]), rejectDeltaInLux);
-            u.write(QLatin1String(blFilterKeys[3]), int(samplingMode));
+            u.write(u.key(blFilterKeys[0]), averageWindowSize);
+            u.write(u.key(blFilterKeys[1]), rejectWindowSize);
+            u.write(u.key(blFilterKeys[2]), rejectDeltaInLux);
+            u.write(u.key(blFilterKeys[3]), int(samplingMode));
             return ERR_SUCCESS;
         });
 }
@@ -609,9 +640,9 @@ eErr FrontLED_getColor(FrontLEDHandle h, uint8_t* red, uint8_t* green, uint8_t* 
             return ERR_NOT_SUPPORTED;
         if (!red || !green || !blue)
             return ERR_INVALID_PARAMETER;
-        *red = fromStore<uint8_t>(u, QLatin1String(colorKeys[0]));
-        *green = fromStore<uint8_t>(u, QLatin1String(colorKeys[1]));
-        *blue = fromStore<uint8_t>(u, QLatin1String(colorKeys[2]));
+        *red = fromStore<uint8_t>(u, u.key(colorKeys[0]));
+        *green = fromStore<uint8_t>(u, u.key(colorKeys[1]));
+        *blue = fromStore<uint8_t>(u, u.key(colorKeys[2]));
         return ERR_SUCCESS;
     });
 }
@@ -623,9 +654,9 @@ eErr FrontLED_setColor(FrontLEDHandle h, uint8_t red, uint8_t green, uint8_t blu
             return ERR_NOT_SUPPORTED;
         if (red > 15 || green > 15 || blue > 15)
             return ERR_INVALID_PARAMETER;
-        u.write(QLatin1String(colorKeys[0]), red);
-        u.write(QLatin1String(colorKeys[1]), green);
-        u.write(QLatin1String(colorKeys[2]), blue);
+        u.write(u.key(colorKeys[0]), red);
+        u.write(u.key(colorKeys[1]), green);
+        u.write(u.key(colorKeys[2]), blue);
         return ERR_SUCCESS;
     });
 }

@@ -56,16 +56,18 @@
 #define ZUAUXSIM_EXPORT Q_DECL_IMPORT
 #endif
 
-namespace ZuAuxSim {
+namespace ZuAuxSim
+{
 
 // Reload the unit from `profile` (a shipped profile name or an INI path) and
 // `stateFile` (empty: no state file, nothing persists). Clears forced codes,
 // held readings and the in-memory trace, and turns the in-memory trace on.
-ZUAUXSIM_EXPORT void reset(const QString& profile = QStringLiteral("full"),
-                           const QString& stateFile = QString());
+ZUAUXSIM_EXPORT void reset(
+    const QString& profile = QStringLiteral("full"), const QString& stateFile = QString());
 
-// Write a value as a setter would (it persists when a state file is in use).
-ZUAUXSIM_EXPORT void setValue(const QString& key, const QVariant& value);
+// Write a value as a setter would (it persists when a state file is in use);
+// false when the state file cannot take it.
+ZUAUXSIM_EXPORT bool setValue(const QString& key, const QVariant& value);
 // Read a value as the unit holds it now (live readings included).
 ZUAUXSIM_EXPORT QVariant value(const QString& key);
 
@@ -84,6 +86,9 @@ ZUAUXSIM_EXPORT void clearCodes();
 // ZUAUX_SIM_TRACE file ("Backlight_setIntensity(255) -> 0").
 ZUAUXSIM_EXPORT QStringList trace();
 ZUAUXSIM_EXPORT void clearTrace();
+// Turns the in-memory trace on or off (reset() turns it on). With no trace
+// file and the in-memory trace off, calls build no trace text at all.
+ZUAUXSIM_EXPORT void traceCalls(bool on);
 
 } // namespace ZuAuxSim
 

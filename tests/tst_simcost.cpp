@@ -1,0 +1,199 @@
+// What the simulated unit costs: a write costs what it changes, not what the
+// state file holds; an unchanged value is not written at all; and a polling
+// page's calls allocate nothing while no trace is taken.
+#include "simunit.h"
+#include "zuaux2.h"
+
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <atomic>
+#include <functional>
+
+#include <dlfcn.h>
+#include <sys/stat.h>
+
+using namespace Korvane;
+
+namespace
+{
+
+// Allocations made by the thread that counts, through the sanitizers'
+// allocator hooks; unavailable without a sanitizer.
+thread_local bool counting = false;
+std::atomic<long> allocations { 0 };
+
+void onMalloc(const volatile void*, size_t)
+{
+    if (counting)
+        allocations.fetch_add(1, std::memory_order_relaxed);
+}
+void onFree(const volatile void*) { }
+
+bool installAllocationHooks()
+{
+    using Install = int (*)(void (*)(const volatile void*, size_t), void (*)(const volatile void*));
+    static const bool installed = [] {
+        const auto install
+            = reinterpret_cast<Install>(dlsym(RTLD_DEFAULT, "__sanitizer_install_malloc_and_free_hooks"));
+        return install && install(onMalloc, onFree) != 0;
+    }();
+    return installed;
+}
+
+long allocationsOf(const std::function<void()>& work)
+{
+    const long before = allocations.load();
+    counting = true;
+    work();
+    counting = false;
+    return allocations.load() - before;
+}
+
+// Everything that tells one version of a file from another.
+QString stampOf(const QString& path)
+{
+    struct stat info;
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+        return QString();
+    return QStringLiteral("%1 %2 %3.%4 %5.%6")
+        .arg(info.st_ino)
+        .arg(info.st_size)
+        .arg(info.st_mtim.tv_sec)
+        .arg(info.st_mtim.tv_nsec)
+        .arg(info.st_ctim.tv_sec)
+        .arg(info.st_ctim.tv_nsec);
+}
+
+// One tick of the polling pages: the display page with its echo write of the
+// intensity, the light sensor page, and readings other pages poll.
+void pollingTick()
+{
+    const BacklightHandle backlight = GetBacklight();
+    uint8_t intensity = 0;
+    bool hardwareOk = false;
+    Backlight_getIntensity(backlight, &intensity);
+    Backlight_setIntensity(backlight, intensity);
+    Backlight_getHWStatus(backlight, &hardwareOk);
+    Backlight_release(backlight);
+    const LightsensorHandle sensor = GetLightsensor();
+    uint16_t lux = 0;
+    uint8_t range = 0;
+    Lightsensor_getAverageIlluminance(sensor, &lux);
+    Lightsensor_getOperatingRange(sensor, &range);
+    Lightsensor_release(sensor);
+    int16_t celsius = 0;
+    PMTempSensorType type = PM_SENSOR_CPU;
+    Diagnostic_getPCBTemp(GetDiagnostic(), &celsius);
+    Diagnostic_getPMTemp(GetDiagnostic(), 1, &celsius, &type);
+    double volts = 0;
+    Adc_getVoltage(GetAdc(), 4, &volts);
+    uint16_t value = 0;
+    CfgIn_getValue(GetCfgIn(), 2, &value);
+    uint8_t inputs = 0;
+    DigIO_getDigIO(GetDigIO(), &inputs);
+}
+
+} // namespace
+
+class TestSimCost : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init() { resetUnit(); }
+
+    void idlePolling_data();
+    void idlePolling();
+    void writesToABigFile();
+    void oldLinesDropped();
+
+private:
+    QTemporaryDir m_dir;
+};
+
+void TestSimCost::idlePolling_data()
+{
+    QTest::addColumn<QString>("profile");
+
+    QTest::newRow("full, automatic backlight") << "full";
+    // Injected codes are looked up on every call.
+    QTest::newRow("faulty") << "faulty";
+}
+
+void TestSimCost::idlePolling()
+{
+    QFETCH(QString, profile);
+    if (!installAllocationHooks())
+        QSKIP("allocations are counted through the sanitizers' allocator hooks");
+
+    const QString state = m_dir.filePath(profile + QStringLiteral(".ini"));
+    ZuAuxSim::reset(profile, state);
+    ZuAuxSim::freezeLive(true);
+    ZuAuxSim::setValue(QStringLiteral("Backlight/AutomaticBLStatus"), 1);
+    // The first tick saves the intensity the automatic backlight set.
+    pollingTick();
+    QVERIFY(allocationsOf(pollingTick) > 0);
+
+    ZuAuxSim::traceCalls(false);
+    ZuAuxSim::clearTrace();
+    const QString saved = stampOf(state);
+    QCOMPARE(allocationsOf([] {
+        for (int tick = 0; tick < 20; ++tick)
+            pollingTick();
+    }),
+        0L);
+    QCOMPARE(stampOf(state), saved);
+    QCOMPARE(ZuAuxSim::trace(), QStringList());
+}
+
+// A write appends what changed; the file is neither rewritten nor read again.
+void TestSimCost::writesToABigFile()
+{
+    const QString state = m_dir.filePath(QStringLiteral("big.ini"));
+    QByteArray big = "[File]\n";
+    for (int i = 0; big.size() < 8 * 1024 * 1024; ++i)
+        big += "Setting_" + QByteArray::number(i) + "=a value that takes some room " + QByteArray::number(i)
+            + '\n';
+    QFile file(state);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(big) == big.size());
+    file.close();
+    const QString inode = stampOf(state).section(QLatin1Char(' '), 0, 0);
+
+    ZuAuxSim::reset(QStringLiteral("full"), state);
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < 200; ++i)
+        QCOMPARE(Buzzer_setVolume(GetBuzzer(), uint16_t(i % 50)), ERR_SUCCESS);
+    QVERIFY2(clock.elapsed() < 2000, qPrintable(QString::number(clock.elapsed())));
+
+    const QByteArray after = fileContents(state);
+    QVERIFY(after.startsWith(big));
+    QVERIFY2(after.size() - big.size() < 200 * 16, qPrintable(QString::number(after.size() - big.size())));
+    QCOMPARE(stampOf(state).section(QLatin1Char(' '), 0, 0), inode);
+}
+
+// Lines that later ones override are dropped now and then, so the file stays
+// small; comments and lines the unit could not read stay.
+void TestSimCost::oldLinesDropped()
+{
+    const QString state = m_dir.filePath(QStringLiteral("often.ini"));
+    QFile file(state);
+    QVERIFY(
+        file.open(QIODevice::WriteOnly) && file.write("; my notes\n[Buzzer]\nVolume=3\nnot a setting\n") > 0);
+    file.close();
+
+    ZuAuxSim::reset(QStringLiteral("full"), state);
+    for (int i = 0; i < 3000; ++i)
+        QCOMPARE(Backlight_setIntensity(GetBacklight(), uint8_t(i % 7)), ERR_SUCCESS);
+    const QByteArray after = fileContents(state);
+    QVERIFY2(after.size() < 8000, qPrintable(QString::number(after.size())));
+    QVERIFY(after.startsWith("; my notes\n[Buzzer]\nVolume=3\nnot a setting\n"));
+
+    ZuAuxSim::reset(QStringLiteral("full"), state);
+    QCOMPARE(ZuAuxSim::value(QStringLiteral("Backlight/Intensity")).toInt(), 2999 % 7);
+    QCOMPARE(ZuAuxSim::value(QStringLiteral("Buzzer/Volume")).toInt(), 3);
+}
+
+QTEST_GUILESS_MAIN(TestSimCost)
+#include "tst_simcost.moc"
