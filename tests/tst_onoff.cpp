@@ -63,6 +63,14 @@ void scenarios()
                "editButtonPressTime.text=getFrontBtnTrigTime: Error:  Timeout, the controller did not answer",
                "groupSignal.enabled=true", "groupButton.enabled=false", "comboBox.visible=false" }
         << Steps { "Error(7) in getShortButtonPressAction: Communication with the controller failed" };
+    QTest::newRow("an unreadable power-on start disables the start-up group")
+        << Steps { "Config_getPowerOnStartup=18", "tabOnOff.show" } << Steps()
+        << Steps { "groupButton.enabled=false", "comboBox.currentIndex=2",
+               "checkBoxPowerOnStartup.visible=true" }
+        << Steps { "Error(18) in getPowerOnStartup: Value not available" };
+    QTest::newRow("a power-on start the unit lacks hides only its check box")
+        << Steps { "Config_getPowerOnStartup=2", "tabOnOff.show" } << Steps()
+        << Steps { "groupButton.enabled=true", "checkBoxPowerOnStartup.visible=false" } << Steps();
     QTest::newRow("without suspend: two actions, a stored 2 shows as index 1")
         << Steps { "tabOnOff.show" } << Steps()
         << Steps { "comboBox_3.count=2", "comboBox_3.currentIndex=1", "comboBox_3.currentText=Shut down",

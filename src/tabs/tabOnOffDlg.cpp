@@ -106,7 +106,7 @@ void tabOnOffDlg::showEvent(QShowEvent* event)
                 ui->comboBox->setCurrentIndex(index);
         }
     }
-    ui->groupButton->setEnabled(err == ERR_SUCCESS);
+    const bool triggerRead = err == ERR_SUCCESS;
 
     uint16_t pressTime = 0;
     err = Config_getFrontBtnTrigTime(m_config, &pressTime);
@@ -120,10 +120,14 @@ void tabOnOffDlg::showEvent(QShowEvent* event)
         showTime(ui->editTimeSuspend, ui->groupSuspend, err, minutes, "getSuspendMaxTime");
     }
 
+    // The trigger and the power-on start-up share the start-up group: a failed
+    // read of either disables it, a power-on start the unit lacks only hides
+    // its check box.
     ZuStatus on = ZU_DISABLED;
-    if (acceptRead(this, Config_getPowerOnStartup(m_config, &on), "getPowerOnStartup",
-            { ui->checkBoxPowerOnStartup }))
+    err = Config_getPowerOnStartup(m_config, &on);
+    if (acceptRead(this, err, "getPowerOnStartup", { ui->checkBoxPowerOnStartup }))
         ui->checkBoxPowerOnStartup->setChecked(on == ZU_ENABLED);
+    ui->groupButton->setEnabled(triggerRead && (err == ERR_SUCCESS || err == ERR_NOT_SUPPORTED));
 }
 
 // An unsigned decimal number; a text that is none is reported and taken as 0.
