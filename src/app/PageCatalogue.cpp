@@ -10,6 +10,7 @@
 #include "tabOnOffDlg.h"
 #include "tabPowerDlg.h"
 #include "tabSysConfDlg.h"
+#include "tabTelematicsDlg.h"
 #include "tabTempDlg.h"
 #include "tabVersionDlg.h"
 
@@ -39,6 +40,7 @@ const std::vector<PageClass>& pageClasses()
         entry<tabOnOffDlg>("onoff"),
         entry<tabButtonsDlg>("buttons"),
         entry<tabPowerDlg>("power", NoMenu),
+        entry<tabTelematicsDlg>("telematics", NoMenu),
     };
     return catalogue;
 }

@@ -42,6 +42,10 @@ using FrontLEDRef = HwHandle<Korvane::FrontLEDHandle, Korvane::GetFrontLED, Korv
 using LightsensorRef
     = HwHandle<Korvane::LightsensorHandle, Korvane::GetLightsensor, Korvane::Lightsensor_release>;
 using PowerRef = HwHandle<Korvane::PowerHandle, Korvane::GetPower, Korvane::Power_release>;
+using TelematicsRef
+    = HwHandle<Korvane::TelematicsHandle, Korvane::GetTelematics, Korvane::Telematics_release>;
+using ZuAuxPrivateRef
+    = HwHandle<Korvane::ZuAuxPrivateHandle, Korvane::GetZuAuxPrivate, Korvane::ZuAuxPrivate_release>;
 
 // Takes the result of a read: true when the value may be shown. Code 2 (the
 // unit lacks the setting) hides `hideWhenMissing` without a word; any other

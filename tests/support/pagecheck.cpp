@@ -32,6 +32,8 @@ QObject* target(const QWidget& page, const QString& name)
     return found;
 }
 
+} // namespace
+
 void act(QWidget& page, Dialogs::Recorder& recorder, const QString& step)
 {
     const QString name = step.section(QLatin1Char('='), 0, 0);
@@ -52,6 +54,17 @@ void act(QWidget& page, Dialogs::Recorder& recorder, const QString& step)
     if (!done)
         qFatal("cannot do %s", qPrintable(step));
 }
+
+QString stateOf(const QWidget& page, const QString& expected)
+{
+    const QString path = expected.section(QLatin1Char('='), 0, 0);
+    const QVariant value = target(page, path.section(QLatin1Char('.'), 0, 0))
+                               ->property(path.section(QLatin1Char('.'), 1).toLatin1().constData());
+    return path + QLatin1Char('=') + value.toString();
+}
+
+namespace
+{
 
 // What runPageTest() was given, for the one test object it runs.
 std::function<QWidget*()> makePage;
@@ -85,12 +98,8 @@ private slots:
             act(*page, recorder, step);
         QTEST(ZuAuxSim::trace().filter(callsToCompare), "calls");
         QStringList actual;
-        for (const QString& expected : state) {
-            const QString path = expected.section(QLatin1Char('='), 0, 0);
-            const QVariant value = target(*page, path.section(QLatin1Char('.'), 0, 0))
-                                       ->property(path.section(QLatin1Char('.'), 1).toLatin1().constData());
-            actual.append(path + QLatin1Char('=') + value.toString());
-        }
+        for (const QString& expected : state)
+            actual.append(stateOf(*page, expected));
         QCOMPARE(actual, state);
         QTEST(recorder.texts(), "errors");
     }

@@ -13,6 +13,8 @@
 #ifndef PAGECHECK_H
 #define PAGECHECK_H
 
+#include "Dialogs.h"
+
 #include <QStringList>
 #include <QtTest>
 
@@ -26,6 +28,13 @@ using Steps = QStringList;
 // `callPattern` (a regular expression anchored at the start of a trace line).
 int runPageTest(int argc, char** argv, const std::function<QWidget*()>& makePage, const QString& callPattern,
     const Steps& common, void (*addRows)());
+
+// One step of a row, on `page`; dialogs are answered by `recorder`.
+void act(QWidget& page, Dialogs::Recorder& recorder, const QString& step);
+
+// "object.property=value" with the value the page holds now, for the
+// "object.property=value" `expected`.
+QString stateOf(const QWidget& page, const QString& expected);
 
 // "Family/Key=value": the unit reports exactly this value from now on, live
 // readings included; "Operation=code": that operation answers the code.

@@ -1,0 +1,329 @@
+// The "Telematics" page on the simulated unit: the fitted interfaces and their
+// switches, the device paths it keeps, and its sub-pages on pseudo-terminals
+// that play the modem and the GPS receiver, with the real reader thread.
+#include "MyGPSThread.h"
+#include "pagecheck.h"
+#include "ptydevice.h"
+#include "serial.h"
+#include "simunit.h"
+#include "tabTelematicsDlg.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QThread>
+
+#include <memory>
+
+namespace
+{
+const QString noGsm = "Please enable GSM/GPRS power!";
+
+// A page on a unit changed by `unit` ("Family/Key=value", "Operation=code").
+std::unique_ptr<tabTelematicsDlg> pageOn(const Steps& unit)
+{
+    resetUnit();
+    for (const QString& setting : unit) {
+        const QString name = setting.section(u'=', 0, 0);
+        if (name.contains(u'/'))
+            ZuAuxSim::setValue(name, setting.section(u'=', 1));
+        else
+            ZuAuxSim::forceCode(name, setting.section(u'=', 1).toInt());
+    }
+    return std::make_unique<tabTelematicsDlg>(nullptr);
+}
+
+template <typename Widget> Widget* child(const QWidget& page, const char* name)
+{
+    auto* widget = page.findChild<Widget*>(QLatin1String(name));
+    if (!widget)
+        qFatal("the page has no %s", name);
+    return widget;
+}
+
+// The device side answers each command it gets with the next of `answers`,
+// padded with zero bytes to `size`, the console's read size, so that no
+// exchange waits for the time-out; `received` gets the commands.
+QThread* answering(PtyDevice& device, const QList<QByteArray>& answers, int size, QList<QByteArray>& received)
+{
+    QThread* modem = QThread::create([&device, answers, size, &received] {
+        for (const QByteArray& answer : answers) {
+            QByteArray command;
+            for (int tries = 0; command.isEmpty() && tries < 100; ++tries)
+                command = device.receive(100);
+            received << command;
+            device.send(answer + QByteArray(size - answer.size(), '\0'));
+        }
+    });
+    modem->start();
+    return modem;
+}
+} // namespace
+
+class tst_telematics : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void settings_data()
+    {
+        QTest::addColumn<Steps>("unit");
+        QTest::addColumn<Steps>("steps");
+        QTest::addColumn<Steps>("calls");
+        QTest::addColumn<Steps>("state");
+        QTest::addColumn<Steps>("errors");
+
+        const Steps show { "tabTelematics.show" };
+        QTest::newRow("everything fitted")
+            << Steps { "Telematics/WLANPowerStatus=1", "Telematics/GPSStartUpPowerStatus=1" } << show
+            << Steps()
+            << Steps { "tabWidget.count=3", "checkBoxWLAN.checked=true", "checkBoxGPS.checked=false",
+                   "checkBoxGPS_Startup.checked=true", "checkBoxBT_Startup.checked=false",
+                   "lineEditAvailInterfaces.text=Available interfaces: Bluetooth, WLAN, GSM/GPRS, GPS",
+                   "lineEditGSMdev.text=/dev/ttyUSB0", "lineEditGPSdev.text=/dev/ttyUSB1",
+                   "editGpsAcc.text=", "groupBox_2.title=GPS data", "buttonToggleData.text=Serial data" }
+            << Steps();
+        QTest::newRow("no GPS: its sub-page and switches are gone")
+            << Steps { "About/IsGPSMounted=0", "Telematics/GPSPowerStatus=1" } << show << Steps()
+            << Steps { "tabWidget.count=2", "checkBoxGPS.visible=false", "checkBoxGPS.checked=false",
+                   "checkBoxGPS_Startup.enabled=false", "checkBoxGPS_Startup.toolTip=GPS is not available",
+                   "lineEditGPSdev.visible=false",
+                   "lineEditAvailInterfaces.text=Available interfaces: Bluetooth, WLAN, GSM/GPRS" }
+            << Steps();
+        // The index of the GPS sub-page now holds the modem's, which is then
+        // taken for the GPS page.
+        QTest::newRow("no GPS: index 1 is taken for GPS")
+            << Steps { "About/IsGPSMounted=0", "Telematics/GPRSPowerStatus=1" }
+            << Steps { "tabTelematics.show", "tabWidget.currentIndex=1" } << Steps()
+            << Steps { "editGpsDate.text=GPS is not available!", "pushButtonCall.enabled=true" } << Steps();
+        QTest::newRow("nothing fitted, a failing query counts as none")
+            << Steps { "About/IsWLANMounted=0", "About/IsBTMounted=0", "About/IsGPSMounted=0",
+                   "About_getIsGPRSMounted=7" }
+            << show << Steps()
+            << Steps { "tabWidget.count=1", "checkBoxGPRS.toolTip=GSM/GPRS is not available",
+                   "label_9.visible=false", "lineEditAvailInterfaces.text=Available interfaces: " }
+            << Steps();
+        QTest::newRow("failed power reads")
+            << Steps { "Telematics_getGPRSPowerStatus=2", "Telematics_getWLANPowerStatus=6",
+                   "Telematics_getBTPowerStatus=2", "Telematics/GPSStartUpPowerStatus=1",
+                   "Telematics_getGPSStartUpPowerStatus=7" }
+            << show << Steps()
+            << Steps { "checkBoxGPRS.visible=false", "checkBoxBT.visible=true",
+                   "checkBoxGPS_Startup.checked=false" }
+            << Steps { "Error(6) in getWLANPowerStatus: Timeout, the controller did not answer" };
+        QTest::newRow("switches write at once, failures stay ticked")
+            << Steps { "Telematics_setBTStartUpPowerStatus=19" }
+            << show
+                + Steps { "checkBoxGPRS.click", "checkBoxWLAN_Startup.click", "checkBoxBT_Startup.click",
+                      "checkBoxGPS.click", "checkBoxGPS.click" }
+            << Steps { "Telematics_setGPRSPowerStatus(1) -> 0",
+                   "Telematics_setWLANStartUpPowerStatus(1) -> 0",
+                   "Telematics_setBTStartUpPowerStatus(1) -> 19", "Telematics_setGPSPowerStatus(1) -> 0",
+                   "Telematics_setGPSPowerStatus(0) -> 0" }
+            << Steps { "checkBoxBT_Startup.checked=true" }
+            << Steps { "Error(19) in setBTStartUpPowerStatus: Hardware fault" };
+        QTest::newRow("modem page without power")
+            << Steps() << show + Steps { "tabWidget.currentIndex=2" } << Steps()
+            << Steps { "pushButtonCall.enabled=false", "pushButtonGetPIN.toolTip=" + noGsm,
+                   "textEditGSM.plainText=" + noGsm }
+            << Steps();
+        QTest::newRow("GPS page without power")
+            << Steps() << show + Steps { "tabWidget.currentIndex=1" } << Steps()
+            << Steps { "buttonToggleData.enabled=false", "editGpsDate.text=Please enable GPS Power!" }
+            << Steps();
+        QTest::newRow("a device that cannot be opened")
+            << Steps { "Telematics/GPRSPowerStatus=1", "File/ZusettingsGsmPort=/nonexistent/ttyUSB9" }
+            << show + Steps { "tabWidget.currentIndex=2" } << Steps()
+            << Steps { "pushButtonCall.enabled=true", "pushButtonCall.toolTip=" }
+            << Steps { "Could not open serial port: /nonexistent/ttyUSB9" };
+        const Steps gpsPage = show + Steps { "tabWidget.currentIndex=1", "tabTelematics.GPSModeClicked" };
+        QTest::newRow("raw view") << Steps() << gpsPage << Steps()
+                                  << Steps { "buttonToggleData.text=GPS data", "groupBox_2.title=Serial data",
+                                         "editGpsPos.visible=false", "labelGpsAcc.visible=false",
+                                         "textEdit.visible=true", "textEdit.x=16", "textEdit.y=30",
+                                         "textEdit.width=400", "textEdit.height=180" }
+                                  << Steps();
+        QTest::newRow("raw view and back")
+            << Steps() << gpsPage + Steps { "tabTelematics.GPSModeClicked" } << Steps()
+            << Steps { "buttonToggleData.text=Serial data", "groupBox_2.title=GPS data",
+                   "editGpsPos.visible=true", "textEdit.visible=false" }
+            << Steps();
+    }
+
+    void settings()
+    {
+        QFETCH(Steps, unit);
+        QFETCH(Steps, steps);
+        QFETCH(Steps, state);
+
+        Dialogs::Recorder recorder;
+        const std::unique_ptr<tabTelematicsDlg> page = pageOn(unit);
+        ZuAuxSim::clearTrace();
+        for (const QString& step : steps)
+            act(*page, recorder, step);
+        QTEST(ZuAuxSim::trace().filter(QRegularExpression("^Telematics_set")), "calls");
+        QStringList actual;
+        for (const QString& expected : state)
+            actual << stateOf(*page, expected);
+        QCOMPARE(actual, state);
+        QTEST(recorder.texts(), "errors");
+    }
+
+    // The paths come from the unit's file settings, or are the defaults, and
+    // go back there when the page goes, whether edited or not.
+    void devicePaths_data()
+    {
+        QTest::addColumn<Steps>("unit");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QStringList>("stored");
+        QTest::addColumn<QStringList>("errors");
+        const QStringList defaults { "/dev/ttyUSB0", "/dev/ttyUSB1" };
+        QTest::newRow("never stored") << Steps() << QString() << defaults << QStringList();
+        QTest::newRow("stored") << Steps { "File/ZusettingsGsmPort=/dev/pts/7",
+            "File/ZusettingsGpsPort=/dev/ttyS2" }
+                                << QString() << QStringList { "/dev/pts/7", "/dev/ttyS2" } << QStringList();
+        QTest::newRow("stored empty")
+            << Steps { "File/ZusettingsGsmPort=" } << QString() << defaults << QStringList();
+        QTest::newRow("typed") << Steps() << "/dev/ttyACM0" << QStringList { "/dev/ttyACM0", "/dev/ttyUSB1" }
+                               << QStringList();
+        QTest::newRow("the unit cannot store")
+            << Steps { "ZuAuxPrivate_setFileSetting=11" } << "/dev/ttyACM0" << QStringList { "", "" }
+            << QStringList { "Error(11) in setFileSetting ZusettingsGsmPort: Flash write failed",
+                   "Error(11) in setFileSetting ZusettingsGpsPort: Flash write failed" };
+    }
+
+    void devicePaths()
+    {
+        QFETCH(Steps, unit);
+        QFETCH(QString, typed);
+        QFETCH(QStringList, stored);
+
+        Dialogs::Recorder recorder;
+        std::unique_ptr<tabTelematicsDlg> page = pageOn(unit);
+        if (!typed.isEmpty())
+            child<QLineEdit>(*page, "lineEditGSMdev")->setText(typed);
+        page.reset();
+        QCOMPARE(QStringList({ ZuAuxSim::value("File/ZusettingsGsmPort").toString(),
+                     ZuAuxSim::value("File/ZusettingsGpsPort").toString() }),
+            stored);
+        QTEST(recorder.texts(), "errors");
+    }
+
+    // Each console button sends its command on the modem's port, opened when
+    // the sub-page is entered and closed when it is left.
+    void modemPage_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<Steps>("input");
+        QTest::addColumn<QList<QByteArray>>("answers");
+        QTest::addColumn<int>("size");
+        QTest::addColumn<QList<QByteArray>>("wire");
+        QTest::addColumn<QString>("shown");
+
+        using Bytes = QList<QByteArray>;
+        QTest::newRow("network") << "pushButtonGetNetwork" << Steps() << Bytes { "+CREG: 0,5\r\nOK\r\n" }
+                                 << 128 << Bytes { QByteArray("AT+CREG?\r\n", 11) }
+                                 << "editNetworkStatus.text=Network status: Ok, Roaming";
+        QTest::newRow("PIN status") << "pushButtonGetPIN" << Steps() << Bytes { "+CPIN: SIM PIN\r\n" } << 128
+                                    << Bytes { QByteArray("AT+CPIN?\r\n", 11) }
+                                    << "editPinStatus.text=PIN code status: Enter PIN";
+        QTest::newRow("PIN") << "pushButtonSetPin" << Steps { "editPin.text=4711" } << Bytes { "OK" } << 128
+                             << Bytes { "AT+CPIN=4711\r\n" } << "textEditGSM.plainText=OK";
+        QTest::newRow("SMS") << "pushButtonCall"
+                             << Steps { "editNumber.text=+4917", "editSMStext.text=Hello" }
+                             << Bytes { "OK", "> ", "+CMGS: 3" } << 256
+                             << Bytes { QByteArray("AT+CMGF=1\r\n", 12), "AT+CMGS=+4917\r\n",
+                                    "Hello\x1aS=+4917\r\n" }
+                             << "textEditGSM.plainText=+CMGS: 3";
+        QTest::newRow("command") << "pushButtonCustomExec" << Steps { "editCustomAT.text=ATI" }
+                                 << Bytes { "SIM800" } << 512 << Bytes { "ATI\r\n" }
+                                 << "textEditGSM.plainText=SIM800";
+    }
+
+    void modemPage()
+    {
+        QFETCH(QString, button);
+        QFETCH(Steps, input);
+        QFETCH(QList<QByteArray>, answers);
+        QFETCH(int, size);
+        QFETCH(QString, shown);
+
+        PtyDevice device;
+        Dialogs::Recorder recorder;
+        const std::unique_ptr<tabTelematicsDlg> page = pageOn(
+            { "Telematics/GPRSPowerStatus=1", QStringLiteral("File/ZusettingsGsmPort=") + device.path() });
+        page->show();
+        for (const QString& step : input + Steps { "tabWidget.currentIndex=2" })
+            act(*page, recorder, step);
+        QVERIFY(serial_dev_gsm && serial_dev_gsm->configured);
+        const termios line = device.attributes();
+        QCOMPARE(cfgetospeed(&line), speed_t(B57600));
+
+        QList<QByteArray> received;
+        const std::unique_ptr<QThread> modem(answering(device, answers, size, received));
+        child<QPushButton>(*page, qPrintable(button))->click();
+        QVERIFY(modem->wait(30000));
+        QTEST(received, "wire");
+        QCOMPARE(stateOf(*page, shown), shown);
+
+        act(*page, recorder, "tabWidget.currentIndex=0");
+        QVERIFY(!serial_dev_gsm);
+        QCOMPARE(recorder.texts(), QStringList());
+    }
+
+    // Entering the GPS sub-page starts the reader on the receiver's port;
+    // leaving it, or closing the page, stops the reader, which closes the port.
+    void gpsPage_data()
+    {
+        QTest::addColumn<bool>("closePage");
+        QTest::newRow("leaving the sub-page") << false;
+        QTest::newRow("closing the page") << true;
+    }
+
+    void gpsPage()
+    {
+        QFETCH(bool, closePage);
+
+        PtyDevice device;
+        Dialogs::Recorder recorder;
+        std::unique_ptr<tabTelematicsDlg> page = pageOn(
+            { "Telematics/GPSPowerStatus=1", QStringLiteral("File/ZusettingsGpsPort=") + device.path() });
+        page->show();
+        act(*page, recorder, "tabWidget.currentIndex=1");
+        QVERIFY(serial_dev_gps);
+        const termios line = device.attributes();
+        QCOMPARE(cfgetospeed(&line), speed_t(B9600));
+        QVERIFY(child<QPushButton>(*page, "buttonToggleData")->isVisible());
+
+        const QByteArray nmea("$GPRMC,140307.000,A,5740.1234,N,01158.5678,E,0.13,274.5,210612,,,A*6B\r\n"
+                              "$GPGGA,140307.000,5740.1234,N,01158.5678,E,1,07,1.1,62.5,M,41.0,M,,0000*55\r\n"
+                              "$PFST,FOM,6*63\r\n");
+        // A whole read, so that the reader does not wait for more.
+        device.send(nmea + QByteArray(512 - nmea.size(), '\n'));
+        auto* accuracy = child<QLineEdit>(*page, "editGpsAcc");
+        QTRY_COMPARE_WITH_TIMEOUT(accuracy->text(), "6 meters", 10000);
+        QCOMPARE(QStringList({ stateOf(*page, "editGpsDate.text"), stateOf(*page, "editGpsPos.text"),
+                     stateOf(*page, "editGpsSat.text"), stateOf(*page, "editGpsAlt.text"),
+                     stateOf(*page, "editGpsSpeed.text") }),
+            QStringList({ "editGpsDate.text=2012-06-21 - 14:03:07", "editGpsPos.text=5740.1234N 01158.5678E ",
+                "editGpsSat.text=07", "editGpsAlt.text=62.5 meters",
+                "editGpsSpeed.text=0.13 knots, Heading: 274.5 degrees" }));
+        QVERIFY(child<QPlainTextEdit>(*page, "textEdit")->toPlainText().contains("$PFST,FOM,6*63"));
+
+        if (closePage) {
+            page.reset();
+        } else {
+            act(*page, recorder, "tabWidget.currentIndex=0");
+            QCOMPARE(stateOf(*page, "editGpsDate.text"), "editGpsDate.text=INVALID");
+            QCOMPARE(accuracy->text(), "6 meters");
+            QVERIFY(!child<QPushButton>(*page, "buttonToggleData")->isVisible());
+        }
+        QVERIFY(!serial_dev_gps);
+        QVERIFY(!gpsThreadRunning);
+        QCOMPARE(recorder.texts(), QStringList());
+    }
+};
+
+QTEST_MAIN(tst_telematics)
+#include "tst_telematics.moc"
