@@ -3,7 +3,7 @@
 # every test suite with CTest, then the benchmarks on a release build.
 set -euo pipefail
 cd "$(dirname "$0")"
-tools/install-deps.sh
+tools/install-deps.sh --bench
 jobs="$(nproc)"
 
 cmake -S . -B build-test -DCMAKE_BUILD_TYPE=Debug -DZUSETTINGS_SANITIZE=ON -DZUSETTINGS_BENCH=OFF >/dev/null

@@ -16,6 +16,7 @@
 
 #include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -44,15 +45,39 @@ inline void useThrowAwayUnit(const QTemporaryDir& dir)
     unsetenv("ZUAUX_SIM_TRACE");
 }
 
+// The unit of useThrowAwayUnit with every live reading held still, so that
+// nothing changes while a page polls it.
+inline bool useFrozenUnit(const QTemporaryDir& dir)
+{
+    const std::string path = dir.filePath(QStringLiteral("frozen.ini")).toStdString();
+    std::FILE* file = std::fopen(path.c_str(), "w");
+    if (!file)
+        return false;
+    std::fprintf(file, "[profile]\nbase=%s\n[live]\nfrozen=1\n", getenv("ZUAUX_SIM_PROFILE"));
+    std::fclose(file);
+    setenv("ZUAUX_SIM_PROFILE", path.c_str(), 1);
+    return true;
+}
+
+// The Buttons page reads key events from an input device: give it a FIFO of
+// its own, away from the machine's real devices.
+inline void useOwnInputDevice(const QTemporaryDir& dir)
+{
+    const std::string fifo = dir.filePath(QStringLiteral("buttons")).toStdString();
+    if (!getenv("ZUSETTINGS_INPUT_DEVICE") && mkfifo(fifo.c_str(), 0600) == 0)
+        setenv("ZUSETTINGS_INPUT_DEVICE", fifo.c_str(), 1);
+}
+
 inline double msSince(std::chrono::steady_clock::time_point start)
 {
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
 // Runs `command` once. Its time is taken when it ends or, given a `marker`,
-// when that text appears on its stdout; stderr is discarded then. A run is ok
-// when it exits with 0 (and printed the marker).
-inline Sample runOnce(const std::vector<std::string>& command, const char* marker = nullptr)
+// when that text appears on its stdout; stderr is discarded then, or when
+// `quiet`. A run is ok when it exits with 0 (and printed the marker).
+inline Sample runOnce(
+    const std::vector<std::string>& command, const char* marker = nullptr, bool quiet = false)
 {
     Sample sample;
     std::vector<char*> argv;
@@ -68,11 +93,13 @@ inline Sample runOnce(const std::vector<std::string>& command, const char* marke
     if (pid == 0) {
         if (marker) {
             dup2(out[1], STDOUT_FILENO);
+            close(out[0]);
+            close(out[1]);
+        }
+        if (marker || quiet) {
             const int devNull = open("/dev/null", O_WRONLY);
             if (devNull >= 0)
                 dup2(devNull, STDERR_FILENO);
-            close(out[0]);
-            close(out[1]);
         }
         execv(argv[0], argv.data());
         _exit(127);
@@ -103,26 +130,48 @@ inline Sample runOnce(const std::vector<std::string>& command, const char* marke
     return sample;
 }
 
-// Runs `command` `runs` times and prints one summary line under `label`.
-// `ranWell`, when given, judges each run further (a file it had to write).
-inline bool measure(const char* label, const std::vector<std::string>& command, int runs, Summary& summary,
+struct Program {
+    const char* label;
+    std::vector<std::string> command;
+};
+
+// Runs each program `runs` times, taking turns so that a change in the
+// machine's load falls on all of them alike, and prints one summary line per
+// program. `ranWell`, when given, judges each run further (a file it had to
+// write).
+inline bool measure(const std::vector<Program>& programs, int runs, std::vector<Summary>& summaries,
     const char* marker = nullptr, const std::function<bool()>& ranWell = {})
 {
-    std::vector<double> times;
+    std::vector<std::vector<double>> times(programs.size());
+    summaries.assign(programs.size(), Summary());
     for (int i = 0; i < runs; ++i) {
-        const Sample s = runOnce(command, marker);
-        if (!s.ok || (ranWell && !ranWell())) {
-            std::printf("%s: run %d failed (%s)\n", label, i + 1, command[0].c_str());
-            return false;
+        for (size_t p = 0; p < programs.size(); ++p) {
+            const Sample s = runOnce(programs[p].command, marker);
+            if (!s.ok || (ranWell && !ranWell())) {
+                std::printf(
+                    "%s: run %d failed (%s)\n", programs[p].label, i + 1, programs[p].command[0].c_str());
+                return false;
+            }
+            times[p].push_back(s.ms);
+            summaries[p].peakKiB = std::max(summaries[p].peakKiB, s.peakKiB);
         }
-        times.push_back(s.ms);
-        summary.peakKiB = std::max(summary.peakKiB, s.peakKiB);
     }
-    std::sort(times.begin(), times.end());
-    summary.medianMs = times[times.size() / 2];
-    std::printf("%-16s %8.1f ms (median of %d)   peak memory %8ld KiB\n", label, summary.medianMs, runs,
-        summary.peakKiB);
+    for (size_t p = 0; p < programs.size(); ++p) {
+        std::sort(times[p].begin(), times[p].end());
+        summaries[p].medianMs = times[p][times[p].size() / 2];
+        std::printf("%-16s %8.1f ms (median of %d)   peak memory %8ld KiB\n", programs[p].label,
+            summaries[p].medianMs, runs, summaries[p].peakKiB);
+    }
     return true;
+}
+
+// One line: what is measured, its ratio to the floor and the target, if any.
+inline void printRatio(const char* what, double ratio, const char* target = nullptr)
+{
+    std::printf("ratio to floor: %-12s %6.2f", what, ratio);
+    if (target)
+        std::printf("   target %s", target);
+    std::printf("\n");
 }
 
 } // namespace bench

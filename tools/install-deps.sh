@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, running and testing need, when
 # any of them is missing. Uses sudo when not run as root.
+#   --bench  also what the benchmarks use: an X server and a window manager
+#            for the first frame on a display (a few MB)
 set -euo pipefail
 
 packages=(
@@ -8,6 +10,9 @@ packages=(
     qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev
     fonts-liberation fonts-liberation2
 )
+if [ "${1:-}" = "--bench" ]; then
+    packages+=(xvfb matchbox-window-manager)
+fi
 
 missing=()
 for p in "${packages[@]}"; do
