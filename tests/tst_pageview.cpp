@@ -92,6 +92,7 @@ void tst_pageview::badArguments_data()
     QTest::newRow("two pages") << QStringList { "buzzer", "led" };
     QTest::newRow("option without value") << QStringList { "buzzer", "--grab" };
     QTest::newRow("negative wait") << QStringList { "--wait", "-1", "buzzer" };
+    QTest::newRow("negative sub-page") << QStringList { "--tab", "-1", "telematics" };
 }
 
 void tst_pageview::badArguments()

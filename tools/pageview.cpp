@@ -2,9 +2,10 @@
 // style, on the unit the ZUAUX_SIM_* variables describe, whether the main
 // window offers the page or not:
 //
-//   pageview [--profile <name or INI path>] [--grab <file.png> [--wait <ms>]] <page>
+//   pageview [--profile <name or INI path>] [--tab <index>] [--grab <file.png> [--wait <ms>]] <page>
 //
 // <page> is a short name of the page catalogue; pageview alone lists them.
+// --tab opens that sub-page of a page that has sub-pages.
 // --grab renders the window into a PNG file after --wait ms (default 0) and
 // quits; message boxes are then recorded and listed on stdout instead of
 // being shown, so that the run never blocks.
@@ -20,6 +21,7 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QFile>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -32,8 +34,9 @@ namespace
 
 int usage(const char* program)
 {
-    std::fprintf(
-        stderr, "usage: %s [--profile <name>] [--grab <file.png> [--wait <ms>]] <page>\npages:", program);
+    std::fprintf(stderr,
+        "usage: %s [--profile <name>] [--tab <index>] [--grab <file.png> [--wait <ms>]] <page>\npages:",
+        program);
     for (const PageClass& page : pageClasses())
         std::fprintf(stderr, " %s", page.name);
     std::fputc('\n', stderr);
@@ -48,6 +51,7 @@ int main(int argc, char* argv[])
     QString grabFile;
     QString name;
     int waitMs = 0;
+    int tab = 0;
     for (int i = 1; i < argc; ++i) {
         const QByteArray arg(argv[i]);
         bool ok = true;
@@ -59,11 +63,13 @@ int main(int argc, char* argv[])
             grabFile = QString::fromLocal8Bit(argv[++i]);
         else if (arg == "--wait")
             waitMs = QByteArray(argv[++i]).toInt(&ok);
+        else if (arg == "--tab")
+            tab = QByteArray(argv[++i]).toInt(&ok);
         else if (name.isEmpty() && !arg.startsWith("--"))
             name = QString::fromLocal8Bit(arg);
         else
             ok = false;
-        if (!ok || waitMs < 0)
+        if (!ok || waitMs < 0 || tab < 0)
             return usage(argv[0]);
     }
     const PageClass* pageClass = findPageClass(name);
@@ -88,6 +94,8 @@ int main(int argc, char* argv[])
         recorder = std::make_unique<Dialogs::Recorder>();
     PageWindow window(pageClass->create(nullptr));
     window.show();
+    if (auto* tabs = window.page()->findChild<QTabWidget*>())
+        tabs->setCurrentIndex(tab);
     if (grabFile.isEmpty())
         return app.exec();
 
