@@ -7,8 +7,8 @@
 // that of one whole cycle of the thread (three reads), counted in that thread.
 #include "benchsupport.h"
 
-#include "PageCatalogue.h"
-#include "tabDlg.h"
+#include "app/PageCatalogue.h"
+#include "tabs/tabDlg.h"
 #include "zuaux2.h"
 
 #include <QApplication>

@@ -7,11 +7,11 @@
 // shows it.
 #include "benchsupport.h"
 
-#include "Dialogs.h"
-#include "PageCatalogue.h"
-#include "PageWindow.h"
-#include "ZuSettings.h"
-#include "tabDlg.h"
+#include "app/PageCatalogue.h"
+#include "app/PageWindow.h"
+#include "app/ZuSettings.h"
+#include "dialogs/Dialogs.h"
+#include "tabs/tabDlg.h"
 
 #include <QApplication>
 #include <QLayout>

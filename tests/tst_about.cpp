@@ -1,7 +1,7 @@
-#include "Dialogs.h"
+#include "dialogs/Dialogs.h"
 #include "pagecheck.h"
 #include "simunit.h"
-#include "tabAboutDlg.h"
+#include "tabs/tabAboutDlg.h"
 
 #include <QComboBox>
 #include <QFile>

@@ -1,4 +1,5 @@
-#include "AppMode.h"
+#include "app/MainWindowSetup.h"
+#include "program/AppMode.h"
 #include "simunit.h"
 
 #include <QTest>

@@ -1,7 +1,7 @@
 // The "Display" page on the simulated unit: what showing reads, what each
 // polling tick does, and what the user's changes write.
 #include "pagecheck.h"
-#include "tabBacklightDlg.h"
+#include "tabs/tabBacklightDlg.h"
 
 namespace
 {

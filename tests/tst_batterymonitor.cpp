@@ -1,10 +1,10 @@
 // The Power page's battery monitor: a real thread with its own battery
 // handle, reporting to the page's labels by queued signals, and stopped by
 // the page's destruction.
-#include "Dialogs.h"
+#include "dialogs/Dialogs.h"
 #include "pagecheck.h"
 #include "simunit.h"
-#include "tabPowerDlg.h"
+#include "tabs/tabPowerDlg.h"
 
 #include <QElapsedTimer>
 #include <QLabel>

@@ -1,10 +1,10 @@
 // The "Buttons" page on the simulated unit: the function of each button, the
 // numbering of the combos on units with up to 8 and with more buttons, and
 // the live key state from key records written into a real FIFO.
-#include "Dialogs.h"
+#include "dialogs/Dialogs.h"
 #include "pagecheck.h"
 #include "simunit.h"
-#include "tabButtonsDlg.h"
+#include "tabs/tabButtonsDlg.h"
 
 #include <QComboBox>
 #include <QFile>

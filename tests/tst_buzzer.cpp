@@ -1,7 +1,7 @@
 // The "Buzzer" page on the simulated unit: clamped readings that write back,
 // and the writes of the user's changes.
 #include "pagecheck.h"
-#include "tabBuzzerDlg.h"
+#include "tabs/tabBuzzerDlg.h"
 
 namespace
 {

@@ -1,10 +1,13 @@
-// The two windowless modes, run as the real program in a child process.
+// The two windowless modes, run as the real program in a child process, and
+// the program's loading of its window library.
 #include "pagecheck.h"
 #include "simunit.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -15,6 +18,9 @@ class tst_cmdline : public QObject
 private slots:
     void reportFile();
     void defaultsThenReport();
+    void qtLibraries_data();
+    void qtLibraries();
+    void windowLibraryMissing();
 
 private:
     // Runs the program on the simulated unit kept in the state file `unit`:
@@ -22,16 +28,27 @@ private:
     // (neither mode does).
     int run(const QStringList& arguments, const QString& unit)
     {
+        QProcess process;
+        if (!start(process, qEnvironmentVariable("ZUSETTINGS_APP"), arguments, unit))
+            return -1;
+        return process.readAllStandardOutput().isEmpty() ? process.exitCode() : -2;
+    }
+
+    // Runs `program` to its end with the extra environment `env`; false when
+    // it crashed or hung. Its stderr goes to m_err.
+    bool start(QProcess& process, const QString& program, const QStringList& arguments, const QString& unit,
+        const QProcessEnvironment& extra = {})
+    {
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert("ZUAUX_SIM_STATE", m_dir.filePath(unit + ".ini"));
-        QProcess process;
+        env.insert(extra);
         process.setProcessEnvironment(env);
         process.setWorkingDirectory(m_dir.path());
-        process.start(qEnvironmentVariable("ZUSETTINGS_APP"), arguments);
+        process.start(program, arguments);
         if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit)
-            return -1; // the destructor kills a hung program
+            return false; // the destructor kills a hung program
         m_err = process.readAllStandardError();
-        return process.readAllStandardOutput().isEmpty() ? process.exitCode() : -2;
+        return true;
     }
 
     QTemporaryDir m_dir;
@@ -100,6 +117,60 @@ void tst_cmdline::defaultsThenReport()
         QVERIFY2(!fileContents(before).contains(setting.factoryLine), setting.key);
         QVERIFY2(fileContents(after).contains(setting.factoryLine), setting.key);
     }
+}
+
+void tst_cmdline::qtLibraries_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<bool>("window");
+    QTest::newRow("report") << QStringList { "--systemreport", m_dir.filePath("loaded.txt") } << false;
+    QTest::newRow("defaults") << QStringList { "--factorydefault" } << false;
+    // The same probe sees the GUI libraries where they are loaded.
+    QTest::newRow("window") << QStringList {} << true;
+}
+
+// The windowless modes run on Qt Core alone: neither the GUI libraries nor
+// anything else of Qt is loaded, not even before main().
+void tst_cmdline::qtLibraries()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(bool, window);
+    QProcessEnvironment env;
+    env.insert("LD_DEBUG", "files");
+    env.insert("ZUSETTINGS_QUIT_AFTER_FIRST_FRAME", "1");
+    QProcess process;
+    QVERIFY(start(process, qEnvironmentVariable("ZUSETTINGS_APP"), arguments, "libraries", env));
+    QCOMPARE(process.exitCode(), 0);
+
+    QStringList loaded;
+    static const QRegularExpression qtFile(R"(file=(libQt6\w+)\.so)");
+    for (auto match = qtFile.globalMatch(QString::fromLocal8Bit(m_err)); match.hasNext();)
+        loaded << match.next().captured(1);
+    loaded.removeDuplicates();
+    if (window) {
+        QVERIFY2(
+            loaded.contains("libQt6Gui") && loaded.contains("libQt6Widgets"), qPrintable(loaded.join(' ')));
+    } else {
+        QCOMPARE(loaded, QStringList { "libQt6Core" });
+    }
+}
+
+// Without its window library beside it the program says so and fails; the
+// windowless modes do not need it.
+void tst_cmdline::windowLibraryMissing()
+{
+    const QString alone = m_dir.filePath("alone/zusettings");
+    QVERIFY(QDir().mkpath(m_dir.filePath("alone")));
+    QVERIFY(QFile::copy(qEnvironmentVariable("ZUSETTINGS_APP"), alone));
+    QProcess process;
+    QVERIFY(start(process, alone, {}, "alone"));
+    QCOMPARE(process.exitCode(), 1);
+    QCOMPARE(QString::fromLocal8Bit(m_err).section('\n', 0, 0),
+        "zusettings: cannot load the window library: " + m_dir.filePath("alone/zusettings-window.so")
+            + ": cannot open shared object file: No such file or directory");
+    QVERIFY(start(process, alone, { "--systemreport", m_dir.filePath("alone.txt") }, "alone"));
+    QCOMPARE(process.exitCode(), 0);
+    QVERIFY(fileContents(m_dir.filePath("alone.txt")).startsWith("\nSystem report generated on: "));
 }
 
 QTEST_GUILESS_MAIN(tst_cmdline)

@@ -1,6 +1,6 @@
-#include "Dialogs.h"
-#include "WriteDefaultValues.h"
+#include "dialogs/Dialogs.h"
 #include "pagecheck.h"
+#include "report/WriteDefaultValues.h"
 #include "simunit.h"
 
 #include <QRegularExpression>

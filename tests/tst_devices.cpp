@@ -2,11 +2,11 @@
 // serial layer on the ports it stored in the unit: NMEA with valid checksums
 // from the receiver, AT answers from the modem, and the Telematics page that
 // finds both.
-#include "Dialogs.h"
-#include "nmeadecoder.h"
-#include "serial.h"
+#include "dialogs/Dialogs.h"
 #include "simunit.h"
-#include "tabTelematicsDlg.h"
+#include "tabs/tabTelematicsDlg.h"
+#include "telematics/nmeadecoder.h"
+#include "telematics/serial.h"
 
 #include <QLineEdit>
 #include <QProcess>

@@ -1,5 +1,5 @@
-#include "Formatters.h"
 #include "pagecheck.h"
+#include "report/Formatters.h"
 
 using namespace Korvane;
 

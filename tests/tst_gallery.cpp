@@ -1,4 +1,4 @@
-#include "PageCatalogue.h"
+#include "app/PageCatalogue.h"
 
 #include <QDir>
 #include <QImage>

@@ -1,10 +1,10 @@
 // The GPS reader: NMEA decoding into the GPS page's texts, and the reader
 // thread on a pseudo-terminal fed with recorded receiver output.
-#include "MyGPSThread.h"
-#include "nmeadecoder.h"
 #include "ptydevice.h"
-#include "serial.h"
 #include "simunit.h"
+#include "telematics/MyGPSThread.h"
+#include "telematics/nmeadecoder.h"
+#include "telematics/serial.h"
 
 #include <QDir>
 #include <QElapsedTimer>

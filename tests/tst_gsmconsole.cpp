@@ -1,11 +1,11 @@
 // The modem console: what the modem's answers show, and the bytes each
 // operation puts on a pseudo-terminal that answers like a modem.
-#include "Dialogs.h"
-#include "GsmConsole.h"
-#include "gsmanswer.h"
+#include "dialogs/Dialogs.h"
 #include "ptydevice.h"
-#include "serial.h"
 #include "simunit.h"
+#include "telematics/GsmConsole.h"
+#include "telematics/gsmanswer.h"
+#include "telematics/serial.h"
 
 #include <QElapsedTimer>
 #include <QLineEdit>

@@ -1,7 +1,7 @@
 // The "Heater" page on the simulated unit: the two fields converting into
 // each other, and what Apply writes.
 #include "pagecheck.h"
-#include "tabSysConfDlg.h"
+#include "tabs/tabSysConfDlg.h"
 
 namespace
 {

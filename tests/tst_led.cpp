@@ -1,7 +1,7 @@
 // The "Button backlight" page on the simulated unit: showing reads without
 // writing back; every change writes the signal and switches the LED on.
 #include "pagecheck.h"
-#include "tabLEDDlg.h"
+#include "tabs/tabLEDDlg.h"
 
 namespace
 {

@@ -1,7 +1,7 @@
 // The "Light sensor" page on the simulated unit: the trial start on showing,
 // the busy sensor, the reading and when it stops.
 #include "pagecheck.h"
-#include "tabLightSensorDlg.h"
+#include "tabs/tabLightSensorDlg.h"
 
 namespace
 {

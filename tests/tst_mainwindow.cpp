@@ -1,4 +1,4 @@
-#include "ZuSettings.h"
+#include "app/ZuSettings.h"
 #include "pagecheck.h"
 #include "simunit.h"
 

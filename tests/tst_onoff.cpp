@@ -1,7 +1,7 @@
 // The "On/Off" page on the simulated unit: the settings it shows, and the
 // eight writes of Apply with their messages.
 #include "pagecheck.h"
-#include "tabOnOffDlg.h"
+#include "tabs/tabOnOffDlg.h"
 
 #include "zuauxsim.h"
 

@@ -1,9 +1,9 @@
 // The page viewer: any catalogued page alone in a window of the main window's
 // size, on the unit the environment or --profile names.
-#include "PageCatalogue.h"
-#include "PageWindow.h"
+#include "app/PageCatalogue.h"
+#include "app/PageWindow.h"
 #include "simunit.h"
-#include "tabDlg.h"
+#include "tabs/tabDlg.h"
 
 #include <QApplication>
 #include <QImage>

@@ -1,7 +1,7 @@
 // The "Power" page on the simulated unit: power switches now and at start-up,
 // and the battery tab as the page fills it when shown.
 #include "pagecheck.h"
-#include "tabPowerDlg.h"
+#include "tabs/tabPowerDlg.h"
 
 namespace
 {

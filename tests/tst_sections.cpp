@@ -1,5 +1,5 @@
-#include "Sections.h"
 #include "pagecheck.h"
+#include "report/Sections.h"
 #include "simunit.h"
 
 namespace

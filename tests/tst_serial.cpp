@@ -2,7 +2,7 @@
 // the device keeps them, the 3 s inter-byte time-out, complete writes, and
 // the assertions that guard every call.
 #include "ptydevice.h"
-#include "serial.h"
+#include "telematics/serial.h"
 
 #include <QElapsedTimer>
 #include <QTest>

@@ -1,8 +1,8 @@
 // Counts the unit reports are not trusted to end a loop: a unit that claims
 // far more sensors or buttons than any unit has still gives a report and a
 // defaults run that end, with the limits a real unit has.
-#include "Sections.h"
-#include "WriteDefaultValues.h"
+#include "report/Sections.h"
+#include "report/WriteDefaultValues.h"
 #include "simunit.h"
 
 #include <QtTest>

@@ -1,5 +1,5 @@
-#include "SystemReport.h"
 #include "pagecheck.h"
+#include "report/SystemReport.h"
 #include "simunit.h"
 
 #include <QRegularExpression>

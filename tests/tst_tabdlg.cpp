@@ -1,5 +1,6 @@
-#include "Dialogs.h"
-#include "tabDlg.h"
+#include "dialogs/Dialogs.h"
+#include "hwsupport/OSSleep.h"
+#include "tabs/tabDlg.h"
 
 #include <QElapsedTimer>
 #include <QTest>

@@ -1,12 +1,12 @@
 // The "Telematics" page on the simulated unit: the fitted interfaces and their
 // switches, the device paths it keeps, and its sub-pages on pseudo-terminals
 // that play the modem and the GPS receiver, with the real reader thread.
-#include "MyGPSThread.h"
 #include "pagecheck.h"
 #include "ptydevice.h"
-#include "serial.h"
 #include "simunit.h"
-#include "tabTelematicsDlg.h"
+#include "tabs/tabTelematicsDlg.h"
+#include "telematics/MyGPSThread.h"
+#include "telematics/serial.h"
 
 #include <QApplication>
 #include <QLineEdit>

@@ -1,10 +1,10 @@
 // The "Temperature" page on the simulated unit: the sensor list the unit
 // answers for when the page is built, and the readings on every showing,
 // Refresh and choice.
-#include "Dialogs.h"
+#include "dialogs/Dialogs.h"
 #include "pagecheck.h"
 #include "simunit.h"
-#include "tabTempDlg.h"
+#include "tabs/tabTempDlg.h"
 
 #include <QComboBox>
 #include <QLineEdit>

@@ -1,5 +1,5 @@
 #include "simunit.h"
-#include "tabVersionDlg.h"
+#include "tabs/tabVersionDlg.h"
 
 #include <QLabel>
 #include <QLineEdit>

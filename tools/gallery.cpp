@@ -11,11 +11,11 @@
 // Files are named <profile>-<index>-<page>.png, and <profile>-<page>.png for
 // the pages without a number (the page catalogue's names). Message boxes are recorded
 // and listed on stdout instead of being shown, so the run never blocks.
-#include "AppMode.h"
-#include "Dialogs.h"
-#include "PageCatalogue.h"
-#include "PageWindow.h"
-#include "ZuSettings.h"
+#include "app/MainWindowSetup.h"
+#include "app/PageCatalogue.h"
+#include "app/PageWindow.h"
+#include "app/ZuSettings.h"
+#include "dialogs/Dialogs.h"
 
 #include <QApplication>
 #include <QDir>

@@ -13,10 +13,10 @@
 // Without ZUSETTINGS_INPUT_DEVICE the Buttons page reads key events from a
 // FIFO of the viewer's own, whose path it prints: press the front buttons
 // with `ZUSETTINGS_INPUT_DEVICE=<path> zuaux-sim press <button>`.
-#include "Dialogs.h"
-#include "PageCatalogue.h"
-#include "PageWindow.h"
-#include "tabDlg.h"
+#include "app/PageCatalogue.h"
+#include "app/PageWindow.h"
+#include "dialogs/Dialogs.h"
+#include "tabs/tabDlg.h"
 
 #include <QApplication>
 #include <QEventLoop>

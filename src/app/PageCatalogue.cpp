@@ -1,18 +1,18 @@
-#include "PageCatalogue.h"
+#include "app/PageCatalogue.h"
 
-#include "tabAboutDlg.h"
-#include "tabBacklightDlg.h"
-#include "tabButtonsDlg.h"
-#include "tabBuzzerDlg.h"
-#include "tabLEDDlg.h"
-#include "tabLightSensorDlg.h"
-#include "tabMenuDlg.h"
-#include "tabOnOffDlg.h"
-#include "tabPowerDlg.h"
-#include "tabSysConfDlg.h"
-#include "tabTelematicsDlg.h"
-#include "tabTempDlg.h"
-#include "tabVersionDlg.h"
+#include "app/tabMenuDlg.h"
+#include "tabs/tabAboutDlg.h"
+#include "tabs/tabBacklightDlg.h"
+#include "tabs/tabButtonsDlg.h"
+#include "tabs/tabBuzzerDlg.h"
+#include "tabs/tabLEDDlg.h"
+#include "tabs/tabLightSensorDlg.h"
+#include "tabs/tabOnOffDlg.h"
+#include "tabs/tabPowerDlg.h"
+#include "tabs/tabSysConfDlg.h"
+#include "tabs/tabTelematicsDlg.h"
+#include "tabs/tabTempDlg.h"
+#include "tabs/tabVersionDlg.h"
 
 namespace
 {
@@ -40,7 +40,6 @@ const std::vector<PageClass>& pageClasses()
         entry<tabOnOffDlg>("onoff"),
         entry<tabButtonsDlg>("buttons"),
         entry<tabPowerDlg>("power", NoMenu),
-        entry<tabTelematicsDlg>("telematics", NoMenu),
     };
     return catalogue;
 }

@@ -1,7 +1,7 @@
-#include "PageWindow.h"
+#include "app/PageWindow.h"
 
-#include "ZuSettings.h"
-#include "tabDlg.h"
+#include "app/ZuSettings.h"
+#include "tabs/tabDlg.h"
 
 #include <QLabel>
 #include <QVBoxLayout>

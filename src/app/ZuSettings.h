@@ -3,7 +3,7 @@
 #ifndef ZUSETTINGS_H
 #define ZUSETTINGS_H
 
-#include "tabMenuDlg.h"
+#include "app/tabMenuDlg.h"
 #include "zuaux2.h"
 
 #include <QMainWindow>

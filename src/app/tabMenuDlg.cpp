@@ -1,4 +1,4 @@
-#include "tabMenuDlg.h"
+#include "app/tabMenuDlg.h"
 
 #include "ui_tabMenuDlg.h"
 

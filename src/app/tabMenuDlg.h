@@ -2,7 +2,7 @@
 #ifndef TABMENUDLG_H
 #define TABMENUDLG_H
 
-#include "tabDlg.h"
+#include "tabs/tabDlg.h"
 
 class QLabel;
 class QPushButton;

@@ -1,4 +1,4 @@
-#include "Formatters.h"
+#include "report/Formatters.h"
 
 using Korvane::eErr;
 

@@ -1,6 +1,6 @@
-#include "Sections.h"
+#include "report/Sections.h"
 
-#include "Formatters.h"
+#include "report/Formatters.h"
 
 using namespace Korvane;
 

@@ -1,8 +1,8 @@
-#include "SystemReport.h"
+#include "report/SystemReport.h"
 
-#include "AppVersion.h"
-#include "Formatters.h"
-#include "Sections.h"
+#include "hwsupport/Version.h"
+#include "report/Formatters.h"
+#include "report/Sections.h"
 
 #include <QDateTime>
 

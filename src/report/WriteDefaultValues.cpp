@@ -1,7 +1,8 @@
-#include "WriteDefaultValues.h"
+#include "report/WriteDefaultValues.h"
 
-#include "Sections.h"
-#include "tabDlg.h"
+#include "hwsupport/ErrorReport.h"
+#include "hwsupport/OSSleep.h"
+#include "report/Sections.h"
 
 #include <QByteArray>
 

@@ -1,4 +1,4 @@
-#include "PageSupport.h"
+#include "tabs/PageSupport.h"
 
 #include <QAbstractButton>
 

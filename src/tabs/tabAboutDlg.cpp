@@ -1,8 +1,8 @@
-#include "tabAboutDlg.h"
+#include "tabs/tabAboutDlg.h"
 
-#include "Dialogs.h"
-#include "Sections.h"
-#include "SystemReport.h"
+#include "dialogs/Dialogs.h"
+#include "report/Sections.h"
+#include "report/SystemReport.h"
 #include "ui_tabAboutDlg.h"
 
 #include <QFile>

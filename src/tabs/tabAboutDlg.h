@@ -3,7 +3,7 @@
 #ifndef TABABOUTDLG_H
 #define TABABOUTDLG_H
 
-#include "tabDlg.h"
+#include "tabs/tabDlg.h"
 
 namespace Ui
 {

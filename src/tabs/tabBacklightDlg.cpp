@@ -1,4 +1,4 @@
-#include "tabBacklightDlg.h"
+#include "tabs/tabBacklightDlg.h"
 
 #include "ui_tabBacklightDlg.h"
 

@@ -3,7 +3,7 @@
 #ifndef TABBACKLIGHTDLG_H
 #define TABBACKLIGHTDLG_H
 
-#include "PageSupport.h"
+#include "tabs/PageSupport.h"
 
 #include <memory>
 

@@ -1,4 +1,4 @@
-#include "tabButtonsDlg.h"
+#include "tabs/tabButtonsDlg.h"
 
 #include "ui_tabButtonsDlg.h"
 

@@ -3,7 +3,7 @@
 #ifndef TABBUTTONSDLG_H
 #define TABBUTTONSDLG_H
 
-#include "PageSupport.h"
+#include "tabs/PageSupport.h"
 
 #include <QVector>
 

@@ -1,4 +1,4 @@
-#include "tabBuzzerDlg.h"
+#include "tabs/tabBuzzerDlg.h"
 
 #include "ui_tabBuzzerDlg.h"
 

@@ -3,7 +3,7 @@
 #ifndef TABBUZZERDLG_H
 #define TABBUZZERDLG_H
 
-#include "PageSupport.h"
+#include "tabs/PageSupport.h"
 
 #include <memory>
 

@@ -1,23 +1,21 @@
-#include "tabDlg.h"
+#include "tabs/tabDlg.h"
 
-#include "Dialogs.h"
+#include "dialogs/Dialogs.h"
 
-#include <cerrno>
-#include <ctime>
+// The images and the style sheet are compiled into the pages' static library,
+// where nothing would refer to their registration; every page and the menu
+// derive from tabDlg, so they are registered wherever a page can be built.
+static int registerResources()
+{
+    Q_INIT_RESOURCE(ZuSettings);
+    return 0;
+}
+static const int resourcesRegistered = registerResources();
 
 tabDlg::tabDlg(QWidget* parent)
     : QDialog(parent, Qt::WindowFlags())
     , m_caption(QStringLiteral("Zusettings"))
 {
-}
-
-QString errorText(Korvane::eErr err, const char* where)
-{
-    // Filled one placeholder after another, as the message has always been built.
-    return QStringLiteral("Error(%1) in %2: %3")
-        .arg(static_cast<int>(err))
-        .arg(QString::fromLatin1(where))
-        .arg(QString::fromLatin1(Korvane::GetErrorStringA(err)));
 }
 
 void tabDlg::showError(Korvane::eErr err, const char* where)
@@ -30,19 +28,4 @@ void tabDlg::showError(Korvane::eErr err, const char* where)
 void tabDlg::showError(QString text)
 {
     Dialogs::message(this, QMessageBox::Critical, m_caption, text);
-}
-
-void showErr(Korvane::eErr err, const char* where)
-{
-    if (err == Korvane::ERR_SUCCESS || err == Korvane::ERR_NOT_SUPPORTED)
-        return;
-    Dialogs::message(nullptr, QMessageBox::Critical, QStringLiteral("Zusettings"), errorText(err, where));
-}
-
-bool OSSleep(unsigned long milliseconds)
-{
-    struct timespec request;
-    request.tv_sec = static_cast<time_t>(milliseconds / 1000);
-    request.tv_nsec = static_cast<long>((milliseconds % 1000) * 1000000UL);
-    return nanosleep(&request, nullptr) == 0;
 }

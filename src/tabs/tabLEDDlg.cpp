@@ -1,8 +1,8 @@
-#include "tabLEDDlg.h"
+#include "tabs/tabLEDDlg.h"
 
 #include "ui_tabLEDDlg.h"
 
-#include "Dialogs.h"
+#include "dialogs/Dialogs.h"
 
 #include <QColor>
 

@@ -3,7 +3,7 @@
 #ifndef TABLEDDLG_H
 #define TABLEDDLG_H
 
-#include "PageSupport.h"
+#include "tabs/PageSupport.h"
 
 #include <memory>
 

@@ -1,4 +1,4 @@
-#include "tabLightSensorDlg.h"
+#include "tabs/tabLightSensorDlg.h"
 
 #include "ui_tabLightSensorDlg.h"
 

@@ -3,7 +3,7 @@
 #ifndef TABLIGHTSENSORDLG_H
 #define TABLIGHTSENSORDLG_H
 
-#include "PageSupport.h"
+#include "tabs/PageSupport.h"
 
 #include <memory>
 

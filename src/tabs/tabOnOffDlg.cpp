@@ -1,4 +1,4 @@
-#include "tabOnOffDlg.h"
+#include "tabs/tabOnOffDlg.h"
 
 #include "ui_tabOnOffDlg.h"
 

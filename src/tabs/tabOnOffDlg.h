@@ -4,7 +4,7 @@
 #ifndef TABONOFFDLG_H
 #define TABONOFFDLG_H
 
-#include "PageSupport.h"
+#include "tabs/PageSupport.h"
 
 #include <memory>
 

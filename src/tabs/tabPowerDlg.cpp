@@ -1,5 +1,6 @@
-#include "tabPowerDlg.h"
+#include "tabs/tabPowerDlg.h"
 
+#include "hwsupport/OSSleep.h"
 #include "ui_tabPowerDlg.h"
 
 #include <iterator>

@@ -5,7 +5,7 @@
 #ifndef TABPOWERDLG_H
 #define TABPOWERDLG_H
 
-#include "PageSupport.h"
+#include "tabs/PageSupport.h"
 
 #include <QList>
 #include <QThread>

@@ -1,4 +1,4 @@
-#include "tabSysConfDlg.h"
+#include "tabs/tabSysConfDlg.h"
 
 #include "ui_tabSysConfDlg.h"
 

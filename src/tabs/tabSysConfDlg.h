@@ -3,7 +3,7 @@
 #ifndef TABSYSCONFDLG_H
 #define TABSYSCONFDLG_H
 
-#include "PageSupport.h"
+#include "tabs/PageSupport.h"
 
 #include <memory>
 

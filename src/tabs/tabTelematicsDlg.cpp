@@ -1,7 +1,8 @@
-#include "tabTelematicsDlg.h"
+#include "tabs/tabTelematicsDlg.h"
 
-#include "GsmConsole.h"
-#include "MyGPSThread.h"
+#include "hwsupport/OSSleep.h"
+#include "telematics/GsmConsole.h"
+#include "telematics/MyGPSThread.h"
 #include "ui_tabTelematicsDlg.h"
 
 #include <QDeadlineTimer>

@@ -11,8 +11,8 @@
 #ifndef TABTELEMATICSDLG_H
 #define TABTELEMATICSDLG_H
 
-#include "PageSupport.h"
-#include "serial.h"
+#include "tabs/PageSupport.h"
+#include "telematics/serial.h"
 
 #include <memory>
 

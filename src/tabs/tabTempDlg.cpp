@@ -1,4 +1,4 @@
-#include "tabTempDlg.h"
+#include "tabs/tabTempDlg.h"
 
 #include "ui_tabTempDlg.h"
 

@@ -3,7 +3,7 @@
 #ifndef TABTEMPDLG_H
 #define TABTEMPDLG_H
 
-#include "PageSupport.h"
+#include "tabs/PageSupport.h"
 
 #include <QVector>
 

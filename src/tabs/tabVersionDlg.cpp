@@ -1,6 +1,6 @@
-#include "tabVersionDlg.h"
+#include "tabs/tabVersionDlg.h"
 
-#include "AppVersion.h"
+#include "hwsupport/Version.h"
 #include "ui_tabVersionDlg.h"
 
 tabVersionDlg::tabVersionDlg(QWidget* parent)

@@ -3,7 +3,7 @@
 #ifndef TABVERSIONDLG_H
 #define TABVERSIONDLG_H
 
-#include "tabDlg.h"
+#include "tabs/tabDlg.h"
 
 class QLabel;
 class QLineEdit;

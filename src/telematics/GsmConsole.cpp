@@ -1,9 +1,9 @@
-#include "GsmConsole.h"
+#include "telematics/GsmConsole.h"
 
-#include "Dialogs.h"
-#include "gsmanswer.h"
-#include "serial.h"
-#include "tabDlg.h"
+#include "dialogs/Dialogs.h"
+#include "hwsupport/OSSleep.h"
+#include "telematics/gsmanswer.h"
+#include "telematics/serial.h"
 
 #include <QCoreApplication>
 #include <QLineEdit>

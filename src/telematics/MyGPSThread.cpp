@@ -1,7 +1,7 @@
-#include "MyGPSThread.h"
+#include "telematics/MyGPSThread.h"
 
-#include "nmeadecoder.h"
-#include "serial.h"
+#include "telematics/nmeadecoder.h"
+#include "telematics/serial.h"
 #include "zuaux2.h"
 
 #include <cstring>

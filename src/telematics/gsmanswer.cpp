@@ -1,4 +1,4 @@
-#include "gsmanswer.h"
+#include "telematics/gsmanswer.h"
 
 #include <QStringList>
 

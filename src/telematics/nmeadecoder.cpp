@@ -1,4 +1,4 @@
-#include "nmeadecoder.h"
+#include "telematics/nmeadecoder.h"
 
 #include <cstring>
 

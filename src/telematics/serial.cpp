@@ -1,4 +1,4 @@
-#include "serial.h"
+#include "telematics/serial.h"
 
 // The preconditions hold in release builds too.
 #undef NDEBUG

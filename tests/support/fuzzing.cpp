@@ -1,7 +1,7 @@
 #include "fuzzing.h"
 
-#include "gsmanswer.h"
-#include "nmeadecoder.h"
+#include "telematics/gsmanswer.h"
+#include "telematics/nmeadecoder.h"
 
 #include <QtGlobal>
 

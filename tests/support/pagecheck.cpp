@@ -1,6 +1,6 @@
 #include "pagecheck.h"
 
-#include "Dialogs.h"
+#include "dialogs/Dialogs.h"
 #include "simunit.h"
 #include "zuaux2.h"
 

@@ -13,7 +13,7 @@
 #ifndef PAGECHECK_H
 #define PAGECHECK_H
 
-#include "Dialogs.h"
+#include "dialogs/Dialogs.h"
 
 #include <QStringList>
 #include <QtTest>

@@ -24,7 +24,7 @@ cd "$out"
 # shellcheck disable=SC2046 # the flags are words
 for target in nmea modem; do
     clang++ -std=c++17 -g -O1 -fPIC -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all \
-        $(pkg-config --cflags Qt6Core) -I"$src/src/telematics" -I"$src/tests/support" \
+        $(pkg-config --cflags Qt6Core) -I"$src/src" -I"$src/tests/support" \
         -o "fuzz_$target" "$src/tools/fuzz/fuzz_$target.cpp" "$src/tests/support/fuzzing.cpp" \
         "$src/src/telematics/nmeadecoder.cpp" "$src/src/telematics/gsmanswer.cpp" \
         $(pkg-config --libs Qt6Core)

@@ -1,4 +1,6 @@
-#include "Dialogs.h"
+#include "dialogs/Dialogs.h"
+
+#include "hwsupport/ErrorReport.h"
 
 #include <QApplication>
 #include <QColorDialog>
@@ -24,6 +26,14 @@ bool haveWidgets()
 {
     return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
 }
+
+// Where the dialog layer is linked, failed setters in a sequence are told in a
+// box (or recorded) like every other message.
+void presentError(const QString& text)
+{
+    message(nullptr, QMessageBox::Critical, QStringLiteral("Zusettings"), text);
+}
+const bool presenterInstalled = (setErrorPresenter(presentError), true);
 } // namespace
 
 QMessageBox::StandardButton message(QWidget* parent, QMessageBox::Icon icon, const QString& title,

@@ -1,26 +1,12 @@
-// Start-up decisions of the program, kept apart from main() so that they can
-// be checked without starting a process.
-#ifndef APPMODE_H
-#define APPMODE_H
+// Placement of the main window on the screen, kept apart from the window so
+// that it can be checked on any widget.
+#ifndef MAINWINDOWSETUP_H
+#define MAINWINDOWSETUP_H
 
 #include <QMargins>
-#include <QString>
-
-#include <functional>
 
 class QRect;
 class QWidget;
-
-enum class AppMode { SystemReport, FactoryDefaults, Interactive };
-
-// The mode for a command line: the exact argument count and whole,
-// case-sensitive arguments. Anything unrecognised opens the window.
-AppMode chooseMode(int argc, const char* const* argv);
-
-// Opens `path` for writing, replacing the file, and only then builds the
-// report and writes it as Latin-1 bytes. False when the file cannot be opened;
-// the report is not built then.
-bool writeReportFile(const QString& path, const std::function<QString()>& report);
 
 // Margins that centre the 600 x 435 form on a screen of the given size, or put
 // it at the top left when the screen is smaller.
@@ -38,4 +24,4 @@ void prepareMainWindow(QWidget& window, const QRect& screen);
 // WindowTitleHint | WindowSystemMenuHint | CustomizeWindowHint | WindowCloseButtonHint.
 constexpr unsigned mainWindowFlags = 0x0A003100u;
 
-#endif // APPMODE_H
+#endif // MAINWINDOWSETUP_H

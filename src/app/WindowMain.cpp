@@ -1,10 +1,9 @@
-#include "AppMode.h"
-#include "SystemReport.h"
-#include "WriteDefaultValues.h"
-#include "ZuSettings.h"
+#include "app/WindowMain.h"
+
+#include "app/MainWindowSetup.h"
+#include "app/ZuSettings.h"
 
 #include <QApplication>
-#include <QCoreApplication>
 #include <QScreen>
 #include <QTimer>
 
@@ -35,24 +34,9 @@ private:
 
 } // namespace
 
-int main(int argc, char* argv[])
+int zusettings_window_main(int* argc, char** argv)
 {
-    switch (chooseMode(argc, argv)) {
-    case AppMode::SystemReport: {
-        QCoreApplication app(argc, argv);
-        writeReportFile(QString::fromLocal8Bit(argv[2]), SystemReport);
-        return 0;
-    }
-    case AppMode::FactoryDefaults: {
-        QCoreApplication app(argc, argv);
-        WriteDefaultValues();
-        return 0;
-    }
-    case AppMode::Interactive:
-        break;
-    }
-
-    QApplication app(argc, argv);
+    QApplication app(*argc, argv);
     ZuSettings window(nullptr, Qt::WindowFlags());
     prepareMainWindow(window, QGuiApplication::primaryScreen()->geometry());
     FirstFrameQuit firstFrame;
