@@ -20,8 +20,7 @@ enum Offer { Menu, NoMenu };
 
 template <typename Page> PageClass entry(const char* name, Offer offer = Menu)
 {
-    return { name, &Page::staticMetaObject, [](QWidget* parent) -> tabDlg* { return new Page(parent); },
-        offer == Menu };
+    return { name, &Page::staticMetaObject, makePage<Page>, offer == Menu };
 }
 } // namespace
 

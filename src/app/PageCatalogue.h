@@ -20,6 +20,12 @@ struct PageClass {
     bool inMenu;
 };
 
+// How every page class is built.
+template <typename Page> tabDlg* makePage(QWidget* parent)
+{
+    return new Page(parent);
+}
+
 // The classes of the menu first, then the others.
 const std::vector<PageClass>& pageClasses();
 

@@ -10,6 +10,7 @@
 
 class QVBoxLayout;
 class Ui_ZuSettingsClass;
+struct PageRow;
 
 class ZuSettings : public QMainWindow
 {
@@ -37,6 +38,10 @@ protected:
     void keyReleaseEvent(QKeyEvent* event) override;
 
 private:
+    // Registers the page of `row`, or greys its button and registers a plain
+    // page in its place.
+    void offer(tabMenuDlg& menu, const PageRow& row, bool present);
+
     Ui_ZuSettingsClass* ui;
     tabDlg* pages[tabMenuDlg::tabCount] = {};
     QVBoxLayout* pageLayout;
