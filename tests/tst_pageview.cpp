@@ -6,6 +6,7 @@
 #include "tabs/tabDlg.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QImage>
 #include <QLabel>
 #include <QProcess>
@@ -17,6 +18,7 @@ class tst_pageview : public QObject
     Q_OBJECT
 private slots:
     void window();
+    void everyPageClassCatalogued();
     void grab_data();
     void grab();
     void badArguments_data();
@@ -45,6 +47,25 @@ void tst_pageview::window()
     QVERIFY(window.page()->isVisible());
     // Showing the window shows the page, which reads the unit.
     QCOMPARE(callsTo(QStringLiteral("Buzzer_getFrequency")), QStringList { "Buzzer_getFrequency() -> 0" });
+}
+
+// Tools and the gallery reach pages only through the catalogue: a page class
+// missing from it cannot be looked at at all.
+void tst_pageview::everyPageClassCatalogued()
+{
+    const QStringList headers = QDir(QStringLiteral(ZUSETTINGS_SOURCE_DIR "/src/tabs"))
+                                    .entryList({ QStringLiteral("tab*Dlg.h") }, QDir::Files, QDir::Name);
+    QVERIFY(headers.size() > 10);
+    QStringList missing;
+    for (const QString& header : headers) {
+        const QString className = header.chopped(2);
+        bool found = className == QLatin1String("tabDlg");
+        for (const PageClass& page : pageClasses())
+            found = found || className == QLatin1String(page.meta->className());
+        if (!found)
+            missing << className;
+    }
+    QCOMPARE(missing, QStringList());
 }
 
 void tst_pageview::grab_data()

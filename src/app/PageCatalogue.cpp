@@ -39,6 +39,7 @@ const std::vector<PageClass>& pageClasses()
         entry<tabOnOffDlg>("onoff"),
         entry<tabButtonsDlg>("buttons"),
         entry<tabPowerDlg>("power", NoMenu),
+        entry<tabTelematicsDlg>("telematics", NoMenu),
     };
     return catalogue;
 }
