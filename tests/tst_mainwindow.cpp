@@ -1,5 +1,6 @@
 #include "app/PageRegistry.h"
 #include "app/ZuSettings.h"
+#include "dialogs/Dialogs.h"
 #include "hwsupport/HwHandle.h"
 #include "pagecheck.h"
 #include "simunit.h"
@@ -9,6 +10,7 @@
 #include <QLayout>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 #include <memory>
 
@@ -197,32 +199,93 @@ void TestMainWindow::discovery()
 void TestMainWindow::navigation_data()
 {
     QTest::addColumn<int>("from");
-    QTest::addColumn<QString>("action"); // a key, or a button to click
+    QTest::addColumn<QStringList>("setup"); // "Operation=code", once `from` is on show
+    QTest::addColumn<QStringList>("actions"); // keys (below), or buttons to click
     QTest::addColumn<int>("to"); // -1: the window closed
 
-    QTest::newRow("Escape on the menu") << 0 << "Escape" << -1;
-    QTest::newRow("Escape on a page") << int(Tab::TELEMATICS) << "Escape" << 0;
-    QTest::newRow("other keys pass on") << int(Tab::VERSION) << "Return" << int(Tab::VERSION);
-    QTest::newRow("Menu") << int(Tab::ONOFF) << "buttonMenu" << 0;
-    QTest::newRow("Exit") << int(Tab::VERSION) << "buttonExit" << -1;
+    QTest::newRow("Escape on the menu") << 0 << QStringList() << QStringList { "Escape" } << -1;
+    QTest::newRow("Escape on a page")
+        << int(Tab::TELEMATICS) << QStringList() << QStringList { "Escape" } << 0;
+    // Auto-repeat gives releases and presses while the key is down: one step back.
+    QTest::newRow("Escape held on a page")
+        << int(Tab::ABOUT) << QStringList() << QStringList { "Escape held" } << 0;
+    QTest::newRow("Escape held on the menu") << 0 << QStringList() << QStringList { "Escape held" } << -1;
+    // The press closes a box (each box is closed so); its release then
+    // reaches the window.
+    QTest::newRow("Escape closing a box")
+        << int(Tab::VERSION) << QStringList() << QStringList { "open a box", "release" } << int(Tab::VERSION);
+    QTest::newRow("Escape closing a box on the menu")
+        << 0 << QStringList() << QStringList { "open a box", "release" } << 0;
+    // Leaving the page fails to stop the sensor: the box that says so is
+    // closed with Escape, and that does not end the program.
+    QTest::newRow("Escape closing the box of leaving a page")
+        << int(Tab::LIGHTSENSOR) << QStringList { "Lightsensor_stopAverageCalc=7" }
+        << QStringList { "Escape", "release" } << 0;
+    QTest::newRow("other keys pass on")
+        << int(Tab::VERSION) << QStringList() << QStringList { "Return" } << int(Tab::VERSION);
+    QTest::newRow("Menu") << int(Tab::ONOFF) << QStringList() << QStringList { "buttonMenu" } << 0;
+    QTest::newRow("Exit") << int(Tab::VERSION) << QStringList() << QStringList { "buttonExit" } << -1;
 }
 
 void TestMainWindow::navigation()
 {
     QFETCH(int, from);
-    QFETCH(QString, action);
+    QFETCH(QStringList, setup);
+    QFETCH(QStringList, actions);
     QFETCH(int, to);
+
+    // Every message box that opens is closed by pressing Escape into it.
+    QTimer boxCloser;
+    connect(&boxCloser, &QTimer::timeout, [] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+            qt_handleKeyEvent(box->windowHandle(), QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    });
+    boxCloser.start(0);
 
     resetUnit("full");
     ZuSettings window;
     window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
     window.showTab(from);
-    if (auto* button = window.findChild<QPushButton*>(action)) {
-        QTest::mouseClick(button, Qt::LeftButton);
-    } else {
-        QKeyEvent release(QEvent::KeyRelease, action == "Escape" ? Qt::Key_Escape : Qt::Key_Return, {});
-        QApplication::sendEvent(&window, &release);
-        QCOMPARE(release.isAccepted(), action == "Escape");
+    // As after a touch: a control of the page has the keyboard focus.
+    const QList<QWidget*> controls = window.page(from)->findChildren<QWidget*>();
+    const auto focusable = std::find_if(
+        controls.begin(), controls.end(), [](QWidget* w) { return w->focusPolicy() & Qt::TabFocus; });
+    if (focusable != controls.end())
+        (*focusable)->setFocus();
+    for (const QString& entry : setup)
+        change(entry);
+
+    // Real key events, through the window system as the keyboard gives them.
+    QWindow* handle = window.windowHandle();
+    const auto key = [handle](QEvent::Type type, bool autoRepeat = false) {
+        qt_handleKeyEvent(handle, type, Qt::Key_Escape, Qt::NoModifier, QString(), autoRepeat);
+    };
+
+    for (const QString& action : actions) {
+        if (action == "Escape") {
+            key(QEvent::KeyPress);
+            key(QEvent::KeyRelease);
+        } else if (action == "Escape held") {
+            key(QEvent::KeyPress);
+            for (int i = 0; i < 3; ++i) {
+                key(QEvent::KeyRelease, true);
+                key(QEvent::KeyPress, true);
+            }
+            key(QEvent::KeyRelease);
+        } else if (action == "release") {
+            key(QEvent::KeyRelease);
+        } else if (action == "open a box") {
+            Dialogs::message(window.page(from), QMessageBox::Critical, "Zusettings", "A failure");
+        } else if (action == "Return") {
+            QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, {});
+            QKeyEvent release(QEvent::KeyRelease, Qt::Key_Return, {});
+            QApplication::sendEvent(&window, &press);
+            QApplication::sendEvent(&window, &release);
+            QVERIFY(!press.isAccepted() && !release.isAccepted());
+        } else {
+            QTest::mouseClick(window.findChild<QPushButton*>(action), Qt::LeftButton);
+        }
     }
 
     QCOMPARE(window.isVisible(), to >= 0);

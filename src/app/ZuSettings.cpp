@@ -1,6 +1,7 @@
 #include "app/ZuSettings.h"
 
 #include "app/PageRegistry.h"
+#include "dialogs/Dialogs.h"
 #include "ui_ZuSettings.h"
 
 #include <QCoreApplication>
@@ -8,6 +9,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <QWindow>
 
 ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
     : QMainWindow(parent, flags)
@@ -98,6 +100,28 @@ void ZuSettings::exit()
     close();
 }
 
+bool ZuSettings::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == windowHandle()
+        && (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease)
+        && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        QCoreApplication::sendEvent(this, event);
+        return true;
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void ZuSettings::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Escape) {
+        QMainWindow::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    if (!event->isAutoRepeat())
+        escapePressed = true;
+}
+
 void ZuSettings::keyReleaseEvent(QKeyEvent* event)
 {
     if (event->key() != Qt::Key_Escape) {
@@ -105,8 +129,34 @@ void ZuSettings::keyReleaseEvent(QKeyEvent* event)
         return;
     }
     event->accept();
+    if (event->isAutoRepeat() || !escapePressed)
+        return;
+    escapePressed = false;
     if (current != tabMenuDlg::MENU)
         showTab(tabMenuDlg::MENU);
     else
         close();
+}
+
+void ZuSettings::changeEvent(QEvent* event)
+{
+    // A press whose release goes to another window (a box that opened
+    // meanwhile) is not this window's any more.
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow())
+        escapePressed = false;
+    QMainWindow::changeEvent(event);
+}
+
+void ZuSettings::closeEvent(QCloseEvent* event)
+{
+    Dialogs::closeAll();
+    QMainWindow::closeEvent(event);
+}
+
+void ZuSettings::showEvent(QShowEvent* event)
+{
+    // The native window exists from the first showing on.
+    windowHandle()->installEventFilter(this);
+    Dialogs::reopen();
+    QMainWindow::showEvent(event);
 }

@@ -35,7 +35,17 @@ public slots:
     void exit();
 
 protected:
+    // Escape acts on its release, and only on the release of a press that
+    // reached this window: not on one whose press closed a message box or a
+    // popup, and not on the releases of a key held down. It is the window's
+    // key wherever the focus is, so it never reaches a page.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    // Leaving the program closes a dialog still open and shows no more.
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     // Registers the page of `row`, or greys its button and registers a plain
@@ -46,6 +56,7 @@ private:
     tabDlg* pages[tabMenuDlg::tabCount] = {};
     QVBoxLayout* pageLayout;
     int current = tabMenuDlg::MENU;
+    bool escapePressed = false;
     Korvane::AboutHandle about;
 };
 

@@ -5,13 +5,116 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
+#include <QMouseEvent>
+#include <QPointer>
 
 #include <cstdio>
 
-namespace Dialogs {
+namespace Dialogs
+{
 
-namespace {
+namespace
+{
 Recorder* recorder = nullptr;
+bool closed = false; // by closeAll(), until reopen()
+int openDialogs = 0;
+
+// Follows the mouse press the user holds, to end it when a dialog takes the
+// input away from the pressed control.
+class PressWatch : public QObject
+{
+public:
+    using QObject::QObject;
+
+    // A dialog opens: the press is cut off, and the control's timers (the
+    // auto-repeat of a slider or spin box) wait.
+    void interrupt()
+    {
+        if (m_widget)
+            m_cut = true;
+    }
+
+    // The dialog has gone: the control gets the release it missed, posted so
+    // that it arrives after the handler that opened the dialog has returned
+    // (a slider arms its auto-repeat only then). The release lies outside the
+    // control, so that a button is not clicked by it.
+    void releaseCut()
+    {
+        if (!m_cut || !m_widget || m_releasePosted)
+            return;
+        m_releasePosted = true;
+        const QPointF outside(-1, -1);
+        QCoreApplication::postEvent(m_widget,
+            new QMouseEvent(QEvent::MouseButtonRelease, outside, m_widget->mapToGlobal(outside), m_button,
+                Qt::NoButton, Qt::NoModifier));
+    }
+
+protected:
+    bool eventFilter(QObject* receiver, QEvent* event) override
+    {
+        switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+            // A press travels up from the widget under the mouse until one
+            // takes it; the last widget to see it is the one that holds it.
+            if (receiver->isWidgetType()) {
+                m_widget = static_cast<QWidget*>(receiver);
+                m_button = static_cast<QMouseEvent*>(event)->button();
+                m_cut = m_releasePosted = false;
+            }
+            break;
+        case QEvent::MouseButtonRelease:
+            if (receiver == m_widget) {
+                m_widget = nullptr;
+                m_cut = m_releasePosted = false;
+            }
+            break;
+        case QEvent::Timer:
+            return m_cut && receiver == m_widget;
+        default:
+            break;
+        }
+        return false;
+    }
+
+private:
+    QPointer<QWidget> m_widget;
+    Qt::MouseButton m_button = Qt::NoButton;
+    bool m_cut = false;
+    bool m_releasePosted = false;
+};
+
+QPointer<PressWatch> watch;
+
+// One dialog of the seam on show, recorded or real.
+class Showing
+{
+public:
+    Showing()
+    {
+        ++openDialogs;
+        if (watch)
+            watch->interrupt();
+    }
+    ~Showing()
+    {
+        --openDialogs;
+        if (watch)
+            watch->releaseCut();
+    }
+    Showing(const Showing&) = delete;
+    Showing& operator=(const Showing&) = delete;
+};
+
+// A dialog is not shown over another one, nor while the program is closing;
+// what it would have said goes to stderr.
+bool refused(const QString& what)
+{
+    if (openDialogs == 0 && !closed)
+        return false;
+    std::fprintf(stderr, "%s\n", what.toLocal8Bit().constData());
+    return true;
+}
 
 QMessageBox::StandardButton firstButton(QMessageBox::StandardButtons buttons)
 {
@@ -37,24 +140,33 @@ const bool presenterInstalled = (setErrorPresenter(presentError), true);
 } // namespace
 
 QMessageBox::StandardButton message(QWidget* parent, QMessageBox::Icon icon, const QString& title,
-                                    const QString& text, QMessageBox::StandardButtons buttons)
+    const QString& text, QMessageBox::StandardButtons buttons)
 {
+    if (!recorder && !haveWidgets()) {
+        std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
+        return firstButton(buttons);
+    }
+    if (refused(text))
+        return QMessageBox::NoButton;
+    const Showing showing;
     if (recorder) {
-        recorder->shown.append({title, text, icon, buttons});
+        recorder->shown.append({ title, text, icon, buttons });
         if (!recorder->buttonAnswers.isEmpty())
             return recorder->buttonAnswers.takeFirst();
         return firstButton(buttons);
     }
-    if (!haveWidgets()) {
-        std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
-        return firstButton(buttons);
-    }
-    QMessageBox box(icon, title, text, buttons, parent);
-    return static_cast<QMessageBox::StandardButton>(box.exec());
+    // On the heap: the parent page may go while the box is open.
+    QPointer<QMessageBox> box = new QMessageBox(icon, title, text, buttons, parent);
+    const int answer = box->exec();
+    delete box;
+    return static_cast<QMessageBox::StandardButton>(answer);
 }
 
 QString saveFileName(QWidget* parent, const QString& caption, const QString& dir, const QString& filter)
 {
+    if (refused(caption))
+        return QString();
+    const Showing showing;
     if (recorder) {
         recorder->fileRequests.append(caption);
         return recorder->fileAnswers.isEmpty() ? QString() : recorder->fileAnswers.takeFirst();
@@ -64,6 +176,9 @@ QString saveFileName(QWidget* parent, const QString& caption, const QString& dir
 
 QString openFileName(QWidget* parent, const QString& caption, const QString& dir, const QString& filter)
 {
+    if (refused(caption))
+        return QString();
+    const Showing showing;
     if (recorder) {
         recorder->fileRequests.append(caption);
         return recorder->fileAnswers.isEmpty() ? QString() : recorder->fileAnswers.takeFirst();
@@ -73,11 +188,38 @@ QString openFileName(QWidget* parent, const QString& caption, const QString& dir
 
 QColor color(const QColor& initial, QWidget* parent, const QString& title)
 {
+    if (refused(title))
+        return QColor();
+    const Showing showing;
     if (recorder) {
         ++recorder->colorRequests;
         return recorder->colorAnswers.isEmpty() ? QColor() : recorder->colorAnswers.takeFirst();
     }
     return QColorDialog::getColor(initial, parent, title);
+}
+
+void watchPresses()
+{
+    if (watch || !haveWidgets())
+        return;
+    watch = new PressWatch(QCoreApplication::instance());
+    QCoreApplication::instance()->installEventFilter(watch);
+}
+
+void closeAll()
+{
+    closed = true;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        auto* dialog = qobject_cast<QDialog*>(window);
+        if (dialog && dialog->isVisible() && dialog->isModal())
+            dialog->done(QDialog::Rejected);
+    }
+}
+
+void reopen()
+{
+    closed = false;
 }
 
 Recorder::Recorder()

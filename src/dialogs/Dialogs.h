@@ -2,6 +2,14 @@
 // file and colour choosers). Tests switch it to recording with a
 // Dialogs::Recorder, so that nothing blocks in exec() and every box can be
 // checked for its exact title, text, icon and buttons.
+//
+// A modal dialog takes the user's input from the window beneath it, so it ends
+// the mouse press that led to it: the pressed control gets its release (outside
+// itself, so that nothing is clicked) once the dialog is gone, and its timers
+// wait until then. A slider or spin box therefore does not go on stepping,
+// writing and reporting behind the dialog, and one press gives one dialog.
+// Only one dialog is open at a time: a box asked for while another is open
+// (by a polling timer, say) is not stacked on it; its text goes to stderr.
 #ifndef DIALOGS_H
 #define DIALOGS_H
 
@@ -12,7 +20,8 @@
 
 class QWidget;
 
-namespace Dialogs {
+namespace Dialogs
+{
 
 struct Shown {
     QString title;
@@ -23,10 +32,10 @@ struct Shown {
 
 // Shows a modal message box and returns the button that closed it. Without a
 // widget application (the command-line modes) the text goes to stderr as one
-// line and the first of `buttons` is returned.
+// line and the first of `buttons` is returned. A box that is not shown because
+// another dialog is open, or that is closed by closeAll(), answers NoButton.
 QMessageBox::StandardButton message(QWidget* parent, QMessageBox::Icon icon, const QString& title,
-                                    const QString& text,
-                                    QMessageBox::StandardButtons buttons = QMessageBox::Ok);
+    const QString& text, QMessageBox::StandardButtons buttons = QMessageBox::Ok);
 
 // QFileDialog::getSaveFileName; an empty result means cancelled.
 QString saveFileName(QWidget* parent, const QString& caption, const QString& dir, const QString& filter);
@@ -35,20 +44,31 @@ QString openFileName(QWidget* parent, const QString& caption, const QString& dir
 // QColorDialog::getColor; an invalid colour means cancelled.
 QColor color(const QColor& initial, QWidget* parent, const QString& title);
 
+// Starts following mouse presses, so that a dialog can end the one it
+// interrupts. Every page calls it when it is built; calls after the first do
+// nothing.
+void watchPresses();
+
+// For leaving the program: closes the dialog that is open, unanswered, and
+// shows none until reopen(); their texts go to stderr.
+void closeAll();
+void reopen();
+
 // While a Recorder lives, dialogs are recorded instead of shown, and answered
 // from its scripts: a message box takes the next queued button, or the first
 // of its buttons when none is queued; a file chooser takes the next queued
 // name, or "" (cancelled); a colour chooser the next queued colour, or an
 // invalid one. Recorders do not nest.
-class Recorder {
+class Recorder
+{
 public:
     Recorder();
     ~Recorder();
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;
 
-    QList<Shown> shown;        // message boxes, in the order shown
-    QStringList fileRequests;  // captions of the file choosers asked
+    QList<Shown> shown; // message boxes, in the order shown
+    QStringList fileRequests; // captions of the file choosers asked
     int colorRequests = 0;
 
     void answer(QMessageBox::StandardButton button);

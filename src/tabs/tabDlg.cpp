@@ -16,6 +16,7 @@ tabDlg::tabDlg(QWidget* parent)
     : QDialog(parent, Qt::WindowFlags())
     , m_caption(QStringLiteral("Zusettings"))
 {
+    Dialogs::watchPresses();
 }
 
 void tabDlg::showError(Korvane::eErr err, const char* where)

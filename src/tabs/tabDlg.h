@@ -8,7 +8,8 @@
 #include <QDialog>
 #include <QString>
 
-class tabDlg : public QDialog {
+class tabDlg : public QDialog
+{
     Q_OBJECT
 public:
     explicit tabDlg(QWidget* parent = nullptr);

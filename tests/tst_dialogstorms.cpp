@@ -1,0 +1,245 @@
+// Modal dialogs and impatient hands: a press on a control whose write fails
+// gives one write and one box however long the box stays open; boxes do not
+// stack; leaving the program with a box open leaves nothing behind.
+#include "app/PageCatalogue.h"
+#include "app/PageWindow.h"
+#include "app/ZuSettings.h"
+#include "dialogs/Dialogs.h"
+#include "pagecheck.h"
+#include "simunit.h"
+
+#include <QAbstractEventDispatcher>
+#include <QSlider>
+#include <QSpinBox>
+#include <QStyleOptionSlider>
+#include <QStyleOptionSpinBox>
+#include <QTest>
+#include <QTimer>
+
+#include <algorithm>
+#include <memory>
+
+namespace
+{
+
+// A point of `control` away from its handle: in the groove towards the
+// maximum ("groove+") or the minimum ("groove-"), or on a spin box's arrow
+// ("up", "down").
+QPoint pointOn(QWidget* control, const QString& part)
+{
+    if (auto* slider = qobject_cast<QSlider*>(control)) {
+        QStyleOptionSlider option;
+        option.initFrom(slider);
+        option.orientation = slider->orientation();
+        option.minimum = slider->minimum();
+        option.maximum = slider->maximum();
+        option.sliderPosition = option.sliderValue = slider->value();
+        option.subControls = QStyle::SC_All;
+        const QRect handle
+            = slider->style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider);
+        const int x = part == "groove+" ? (handle.right() + slider->width()) / 2 : handle.left() / 2;
+        return QPoint(x, slider->height() / 2);
+    }
+    auto* spinBox = qobject_cast<QAbstractSpinBox*>(control);
+    QStyleOptionSpinBox option;
+    option.initFrom(spinBox);
+    option.subControls = QStyle::SC_All;
+    option.buttonSymbols = spinBox->buttonSymbols();
+    option.stepEnabled = QAbstractSpinBox::StepUpEnabled | QAbstractSpinBox::StepDownEnabled;
+    option.frame = spinBox->hasFrame();
+    return spinBox->style()
+        ->subControlRect(QStyle::CC_SpinBox, &option,
+            part == "up" ? QStyle::SC_SpinBoxUp : QStyle::SC_SpinBoxDown, spinBox)
+        .center();
+}
+
+// The time going by while a box is open: every timer `control` still runs
+// goes off, a few times over.
+void letTimersRun(QWidget* control)
+{
+    for (int round = 0; round < 3; ++round) {
+        const auto timers = QAbstractEventDispatcher::instance()->registeredTimers(control);
+        for (const QAbstractEventDispatcher::TimerInfo& timer : timers) {
+            QTimerEvent tick(timer.timerId);
+            QCoreApplication::sendEvent(control, &tick);
+        }
+    }
+}
+
+void pressOn(QWidget* window, QWidget* control, const QString& part)
+{
+    QTest::mousePress(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+        control->mapTo(window, pointOn(control, part)));
+}
+
+} // namespace
+
+class TestDialogStorms : public QObject
+{
+    Q_OBJECT
+private slots:
+    void onePressOneBox_data();
+    void onePressOneBox();
+    void boxesDoNotStack();
+    void exitWithBoxOpen_data();
+    void exitWithBoxOpen();
+};
+
+void TestDialogStorms::onePressOneBox_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QString>("failing"); // "Operation=code"
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<QString>("part");
+
+    QTest::newRow("buzzer frequency groove") << "buzzer"
+                                             << "Buzzer_setFrequency=7"
+                                             << "sliderFreq"
+                                             << "groove+";
+    QTest::newRow("buzzer volume groove") << "buzzer"
+                                          << "Buzzer_setVolume=19"
+                                          << "sliderVol"
+                                          << "groove+";
+    QTest::newRow("display intensity groove") << "display"
+                                              << "Backlight_setIntensity=6"
+                                              << "sliderBacklightLevel"
+                                              << "groove+";
+    QTest::newRow("buzzer volume groove, downwards") << "buzzer"
+                                                     << "Buzzer_setVolume=19"
+                                                     << "sliderVol"
+                                                     << "groove-";
+    QTest::newRow("led pulses up arrow") << "led"
+                                         << "FrontLED_setNrOfPulses=7"
+                                         << "spinBoxPulses"
+                                         << "up";
+    QTest::newRow("led idle time down arrow") << "led"
+                                              << "FrontLED_setIdleTime=8"
+                                              << "spinBoxIdleTime"
+                                              << "down";
+}
+
+void TestDialogStorms::onePressOneBox()
+{
+    QFETCH(QString, page);
+    QFETCH(QString, failing);
+    QFETCH(QString, control);
+    QFETCH(QString, part);
+
+    resetUnit("full");
+    // Values with room both ways.
+    for (const char* setting : { "FrontLED/IdleTime=20", "Buzzer/Volume=30", "Buzzer/Frequency=2000" })
+        change(setting);
+    change(failing);
+    Dialogs::Recorder recorder;
+    PageWindow window(findPageClass(page)->create(nullptr));
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    auto* pressed = window.findChild<QWidget*>(control);
+    QVERIFY(pressed && pressed->isVisible());
+    ZuAuxSim::clearTrace();
+    recorder.shown.clear();
+
+    pressOn(&window, pressed, part);
+    QCoreApplication::processEvents();
+    letTimersRun(pressed);
+
+    const QString operation = failing.section('=', 0, 0);
+    QCOMPARE(callsTo(operation + '(').size(), 1);
+    QCOMPARE(recorder.shown.size(), 1);
+    QVERIFY(recorder.shown.first().text.startsWith("Error(" + failing.section('=', 1) + ") in "));
+    QVERIFY(QAbstractEventDispatcher::instance()->registeredTimers(pressed).isEmpty());
+}
+
+// A polling timer that fails while a box is open does not stack a second one.
+void TestDialogStorms::boxesDoNotStack()
+{
+    int boxesSeen = 0;
+    QMessageBox::StandardButton nested = QMessageBox::Ok;
+    QTimer second;
+    second.setSingleShot(true);
+    connect(&second, &QTimer::timeout, [&] {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        boxesSeen = std::count_if(windows.begin(), windows.end(),
+            [](QWidget* w) { return qobject_cast<QMessageBox*>(w) && w->isVisible(); });
+        nested = Dialogs::message(nullptr, QMessageBox::Critical, "Zusettings", "second");
+        if (QWidget* box = QApplication::activeModalWidget())
+            box->close();
+    });
+    second.start(0);
+    QCOMPARE(Dialogs::message(nullptr, QMessageBox::Critical, "Zusettings", "first"), QMessageBox::Ok);
+    QCOMPARE(boxesSeen, 1);
+    QCOMPARE(nested, QMessageBox::NoButton);
+}
+
+void TestDialogStorms::exitWithBoxOpen_data()
+{
+    QTest::addColumn<int>("tab");
+    QTest::addColumn<QString>("failing");
+    // What opens the box: a slider pressed, the page's polling, or nothing
+    // (the program ends at once).
+    QTest::addColumn<QString>("opener");
+
+    QTest::newRow("box of a slider open") << int(tabMenuDlg::BUZZER) << "Buzzer_setFrequency=7"
+                                          << "sliderFreq";
+    // Leaving the page fails too; no box says so while the program ends.
+    QTest::newRow("box of a polling page open")
+        << int(tabMenuDlg::LIGHTSENSOR) << "Lightsensor_getOperatingRange=7"
+        << "polling";
+    QTest::newRow("page failing to stop") << int(tabMenuDlg::LIGHTSENSOR) << "Lightsensor_stopAverageCalc=7"
+                                          << "";
+}
+
+void TestDialogStorms::exitWithBoxOpen()
+{
+    QFETCH(int, tab);
+    QFETCH(QString, failing);
+    QFETCH(QString, opener);
+
+    resetUnit("full");
+    auto window = std::make_unique<ZuSettings>();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    window->showTab(tab);
+    QCoreApplication::processEvents();
+    change(failing);
+    if (failing.startsWith("Lightsensor_getOperatingRange"))
+        change("Lightsensor_stopAverageCalc=7");
+
+    // While the box is open, the program is told to end.
+    int boxesOpen = 0;
+    QTimer exit;
+    connect(&exit, &QTimer::timeout, [&] {
+        QWidget* box = QApplication::activeModalWidget();
+        if (!box)
+            return;
+        // A box that outlives the exit is counted again and closed here.
+        if (++boxesOpen == 1)
+            window->exit();
+        else
+            box->close();
+    });
+    exit.start(0);
+    if (opener.isEmpty())
+        window->exit();
+    else if (opener == "polling")
+        QTRY_VERIFY(!window->isVisible());
+    else
+        pressOn(window.get(), window->page(tab)->findChild<QWidget*>(opener), "groove+");
+    QCoreApplication::processEvents();
+
+    QCOMPARE(boxesOpen, opener.isEmpty() ? 0 : 1);
+    QVERIFY(!window->isVisible());
+    QVERIFY(!QApplication::activeModalWidget());
+    QVERIFY(window->findChildren<QMessageBox*>().isEmpty());
+    for (QTimer* timer : window->findChildren<QTimer*>())
+        QVERIFY2(!timer->isActive(), qPrintable(timer->parent()->objectName()));
+    for (QWidget* control : window->findChildren<QWidget*>())
+        QVERIFY(QAbstractEventDispatcher::instance()->registeredTimers(control).isEmpty());
+    // Everything taken is given back.
+    window.reset();
+    const QStringList trace = ZuAuxSim::trace();
+    QCOMPARE(trace.filter(QRegularExpression("^Get")).size(), trace.filter("_release()").size());
+}
+
+QTEST_MAIN(TestDialogStorms)
+#include "tst_dialogstorms.moc"
