@@ -1,5 +1,6 @@
 #include "dialogs/Dialogs.h"
 #include "hwsupport/OSSleep.h"
+#include "tabs/PageSupport.h"
 #include "tabs/tabDlg.h"
 
 #include <QElapsedTimer>
@@ -28,6 +29,7 @@ private slots:
     void failureDialogs_data();
     void failureDialogs();
     void sleep();
+    void pageTimer();
 };
 
 void TestTabDlg::failureDialogs_data()
@@ -79,6 +81,37 @@ void TestTabDlg::sleep()
     const qint64 elapsed = timer.elapsed();
     // Generous above, for a loaded machine.
     QVERIFY2(elapsed >= 1005 && elapsed < 1400, qPrintable(QString::number(elapsed)));
+}
+
+namespace
+{
+class PollingPage : public tabDlg
+{
+public:
+    void tick() { ++ticks; }
+    int ticks = 0;
+};
+} // namespace
+
+// The timer follows the page's showing, also after the page stopped it.
+void TestTabDlg::pageTimer()
+{
+    PollingPage page;
+    auto* timer = new PageTimer(&page, 250, &PollingPage::tick);
+    QCOMPARE(timer->parent(), &page);
+    QCOMPARE(timer->interval(), 250);
+    QVERIFY(!timer->isActive());
+    page.show();
+    QVERIFY(timer->isActive());
+    QVERIFY(QMetaObject::invokeMethod(timer, "timeout", Qt::DirectConnection));
+    QCOMPARE(page.ticks, 1);
+    timer->stop();
+    page.hide();
+    QVERIFY(!timer->isActive());
+    page.show();
+    QVERIFY(timer->isActive());
+    page.hide();
+    QVERIFY(!timer->isActive());
 }
 
 QTEST_MAIN(TestTabDlg)

@@ -1,6 +1,7 @@
 #include "tabs/PageSupport.h"
 
 #include <QAbstractButton>
+#include <QEvent>
 
 bool acceptRead(
     tabDlg* page, Korvane::eErr err, const char* where, std::initializer_list<QWidget*> hideWhenMissing)
@@ -20,6 +21,17 @@ QString fieldError(const char* where, Korvane::eErr err)
 {
     return QStringLiteral("%1 %2").arg(QLatin1String(where) + QLatin1String(": Error: "),
         QString::fromLatin1(Korvane::GetErrorStringA(err)));
+}
+
+bool PageTimer::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == parent()) {
+        if (event->type() == QEvent::Show)
+            start();
+        else if (event->type() == QEvent::Hide)
+            stop();
+    }
+    return QTimer::eventFilter(watched, event);
 }
 
 void showSwitch(QAbstractButton* button, bool on)

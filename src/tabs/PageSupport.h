@@ -1,11 +1,14 @@
 // What the settings pages have in common beyond tabDlg: the library handles a
 // page holds for its whole life, the usual way of taking a getter's result,
-// and the On/Off caption of a checkable switch.
+// the polling timer that runs while the page is shown, and the On/Off caption
+// of a checkable switch.
 #ifndef PAGESUPPORT_H
 #define PAGESUPPORT_H
 
 #include "hwsupport/HwHandle.h"
 #include "tabs/tabDlg.h"
+
+#include <QTimer>
 
 #include <initializer_list>
 
@@ -21,6 +24,25 @@ bool acceptRead(
 // What a field shows instead of a value it could not read: "<where>: Error: "
 // and the library's text, joined by one more blank.
 QString fieldError(const char* where, Korvane::eErr err);
+
+// A page's polling timer: calls `tick` on the page every `interval` ms while
+// the page is shown, and stops when it is hidden. The page may stop it sooner
+// (after a failed read); the next showing starts it again.
+class PageTimer : public QTimer
+{
+public:
+    template <typename Page>
+    PageTimer(Page* page, int interval, void (Page::*tick)())
+        : QTimer(page)
+    {
+        setInterval(interval);
+        connect(this, &QTimer::timeout, page, tick);
+        page->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+};
 
 // Checks or unchecks a switch button and captions it "On" or "Off" to match.
 void showSwitch(QAbstractButton* button, bool on);

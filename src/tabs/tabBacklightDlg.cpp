@@ -2,8 +2,6 @@
 
 #include "ui_tabBacklightDlg.h"
 
-#include <QTimer>
-
 using namespace Korvane;
 
 namespace
@@ -14,6 +12,8 @@ namespace
 const uint8_t averageWindowSize = 4;
 const uint32_t rejectDeltaInLux = 80;
 const LightsensorSamplingMode samplingMode = LIGHTSENSOR_AUTO_RANGE;
+// The intensity follows the automatic backlight at this pace while shown.
+constexpr int refreshIntervalMs = 500;
 } // namespace
 
 tabBacklightDlg::tabBacklightDlg(QWidget* parent)
@@ -21,8 +21,7 @@ tabBacklightDlg::tabBacklightDlg(QWidget* parent)
     , ui(std::make_unique<Ui_tabBacklight>())
 {
     ui->setupUi(this);
-    m_refreshTimer = new QTimer(this);
-    connect(m_refreshTimer, &QTimer::timeout, this, &tabBacklightDlg::refresh);
+    m_refreshTimer = new PageTimer(this, refreshIntervalMs, &tabBacklightDlg::refresh);
     ui->groupBox_3->setTitle(tr("Button backlight dimming"));
 
     connect(ui->sliderBacklightLevel, &QSlider::valueChanged, this, &tabBacklightDlg::backlightChange);
@@ -36,14 +35,7 @@ tabBacklightDlg::~tabBacklightDlg() = default;
 void tabBacklightDlg::showEvent(QShowEvent* event)
 {
     tabDlg::showEvent(event);
-    m_refreshTimer->start(m_refreshInterval);
     onShow();
-}
-
-void tabBacklightDlg::hideEvent(QHideEvent* event)
-{
-    m_refreshTimer->stop();
-    tabDlg::hideEvent(event);
 }
 
 void tabBacklightDlg::onShow()

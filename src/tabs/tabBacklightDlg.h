@@ -9,8 +9,6 @@
 
 #include <cstdint>
 
-class QTimer;
-
 class Ui_tabBacklight;
 
 class tabBacklightDlg : public tabDlg
@@ -29,7 +27,6 @@ public slots:
 
 protected:
     void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
     void onShow();
@@ -37,8 +34,7 @@ private:
 
     std::unique_ptr<Ui_tabBacklight> ui;
     BacklightRef m_backlight;
-    QTimer* m_refreshTimer;
-    int m_refreshInterval = 500;
+    PageTimer* m_refreshTimer;
     uint8_t m_lastIntensity = 0;
 };
 
