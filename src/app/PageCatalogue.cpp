@@ -5,6 +5,7 @@
 #include "tabs/tabBacklightDlg.h"
 #include "tabs/tabButtonsDlg.h"
 #include "tabs/tabBuzzerDlg.h"
+#include "tabs/tabCanDlg.h"
 #include "tabs/tabLEDDlg.h"
 #include "tabs/tabLightSensorDlg.h"
 #include "tabs/tabOnOffDlg.h"
@@ -35,6 +36,7 @@ const std::vector<PageClass>& pageClasses()
         entry<tabAboutDlg>("about"),
         entry<tabLEDDlg>("led"),
         entry<tabBuzzerDlg>("buzzer"),
+        entry<tabCanDlg>("can"),
         entry<tabLightSensorDlg>("lightsensor"),
         entry<tabOnOffDlg>("onoff"),
         entry<tabButtonsDlg>("buttons"),

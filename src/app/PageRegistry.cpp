@@ -5,6 +5,7 @@
 #include "tabs/tabBacklightDlg.h"
 #include "tabs/tabButtonsDlg.h"
 #include "tabs/tabBuzzerDlg.h"
+#include "tabs/tabCanDlg.h"
 #include "tabs/tabLEDDlg.h"
 #include "tabs/tabLightSensorDlg.h"
 #include "tabs/tabOnOffDlg.h"
@@ -29,7 +30,6 @@ template <const char* Title> tabDlg* titled(QWidget* parent)
     page->setWindowTitle(QString::fromLatin1(Title));
     return page;
 }
-constexpr char canTitle[] = "CAN";
 constexpr char advancedTitle[] = "Advanced";
 constexpr char digioTitle[] = "Configurable Inputs - PWM Outputs";
 
@@ -109,7 +109,7 @@ const std::vector<PageRow>& pageRows()
         { T::BUZZER, N::Display, makePage<tabBuzzerDlg>, {}, {}, {}, "Buzzer is not available", {},
             T::DISPLAY },
         { T::ABOUT, N::Nothing, makePage<tabAboutDlg> },
-        { T::CAN, N::Can, titled<canTitle>, {}, {}, {}, "Can is not available" },
+        { T::CAN, N::Can, makePage<tabCanDlg>, {}, {}, {}, "Can is not available" },
         { T::DIGIO, N::DigIO, titled<digioTitle>, "I/O", "IO.png", {}, "Digital Input is not available" },
         { T::LIGHTSENSOR, N::Display, makePage<tabLightSensorDlg>, {}, {}, "FullGrey.png",
             "Light sensor is not available" },

@@ -7,6 +7,8 @@
 #include <QFileDialog>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QProcess>
+#include <QProgressDialog>
 
 #include <cstdio>
 
@@ -169,6 +171,7 @@ QString saveFileName(QWidget* parent, const QString& caption, const QString& dir
     const Showing showing;
     if (recorder) {
         recorder->fileRequests.append(caption);
+        recorder->fileDirectories.append(dir);
         return recorder->fileAnswers.isEmpty() ? QString() : recorder->fileAnswers.takeFirst();
     }
     return QFileDialog::getSaveFileName(parent, caption, dir, filter);
@@ -181,6 +184,7 @@ QString openFileName(QWidget* parent, const QString& caption, const QString& dir
     const Showing showing;
     if (recorder) {
         recorder->fileRequests.append(caption);
+        recorder->fileDirectories.append(dir);
         return recorder->fileAnswers.isEmpty() ? QString() : recorder->fileAnswers.takeFirst();
     }
     return QFileDialog::getOpenFileName(parent, caption, dir, filter);
@@ -220,6 +224,68 @@ void closeAll()
 void reopen()
 {
     closed = false;
+}
+
+bool startDetached(const QString& program, const QStringList& arguments)
+{
+    const QString command = QStringList(QStringList { program } + arguments).join(QLatin1Char(' '));
+    if (recorder) {
+        recorder->started.append(command);
+        return true;
+    }
+#ifdef ZUSETTINGS_SIMULATED_UNIT
+    if (program == QLatin1String("sudo")) {
+        std::fprintf(
+            stderr, "zusettings: not run on the simulated unit: %s\n", command.toLocal8Bit().constData());
+        return true;
+    }
+#endif
+    return QProcess::startDetached(program, arguments);
+}
+
+Progress::Progress(QWidget* parent, const QString& title, const QString& label, int minimum, int maximum)
+{
+    if (recorder) {
+        recorder->progress.append(
+            QStringLiteral("open %1: %2 (%3..%4)").arg(title, label).arg(minimum).arg(maximum));
+        return;
+    }
+    m_dialog = std::make_unique<QProgressDialog>(label, QString(), minimum, maximum, parent);
+    m_dialog->setCancelButton(nullptr);
+    m_dialog->setWindowModality(Qt::ApplicationModal);
+    m_dialog->setAutoReset(false);
+    m_dialog->setMinimumDuration(0);
+    m_dialog->setWindowTitle(title);
+}
+
+Progress::~Progress()
+{
+    if (!m_dialog && recorder)
+        recorder->progress.append(QStringLiteral("close"));
+}
+
+void Progress::setValue(int value)
+{
+    if (m_dialog)
+        m_dialog->setValue(value);
+    else if (recorder)
+        recorder->progress.append(QStringLiteral("value %1").arg(value));
+}
+
+void Progress::setLabelText(const QString& text)
+{
+    if (m_dialog)
+        m_dialog->setLabelText(text);
+    else if (recorder)
+        recorder->progress.append(QStringLiteral("label ") + text);
+}
+
+void Progress::reset()
+{
+    if (m_dialog)
+        m_dialog->reset();
+    else if (recorder)
+        recorder->progress.append(QStringLiteral("reset"));
 }
 
 Recorder::Recorder()

@@ -18,6 +18,9 @@
 #include <QMessageBox>
 #include <QString>
 
+#include <memory>
+
+class QProgressDialog;
 class QWidget;
 
 namespace Dialogs
@@ -53,6 +56,29 @@ void watchPresses();
 // shows none until reopen(); their texts go to stderr.
 void closeAll();
 void reopen();
+// QProcess::startDetached: starts `program` without waiting for it; true when
+// it started. Built for the simulated unit, a "sudo" command is only printed on
+// stderr: off the unit nothing may ask for a password or act as root.
+bool startDetached(const QString& program, const QStringList& arguments);
+
+// An application-modal progress dialog without a cancel button, for work that
+// runs on the GUI thread and lets events through itself. It shows at once,
+// does not reset itself at the maximum and closes on reset().
+class Progress
+{
+public:
+    Progress(QWidget* parent, const QString& title, const QString& label, int minimum, int maximum);
+    ~Progress();
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    void setValue(int value);
+    void setLabelText(const QString& text);
+    void reset();
+
+private:
+    std::unique_ptr<QProgressDialog> m_dialog; // none while recorded
+};
 
 // While a Recorder lives, dialogs are recorded instead of shown, and answered
 // from its scripts: a message box takes the next queued button, or the first
@@ -69,7 +95,12 @@ public:
 
     QList<Shown> shown; // message boxes, in the order shown
     QStringList fileRequests; // captions of the file choosers asked
+    QStringList fileDirectories; // the folder each file chooser starts in
     int colorRequests = 0;
+    QStringList started; // detached commands, program and arguments joined by blanks
+    // What progress dialogs went through: "open <title>: <label> (<min>..<max>)",
+    // then "value <n>", "label <text>", "reset" and "close".
+    QStringList progress;
 
     void answer(QMessageBox::StandardButton button);
     void answerFileName(const QString& name);

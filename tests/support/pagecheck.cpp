@@ -18,23 +18,24 @@ QString libraryText(int code)
     return QString::fromLatin1(Korvane::GetErrorStringA(static_cast<Korvane::eErr>(code)));
 }
 
-QObject* target(const QWidget& page, const QString& name)
+QObject* target(const QWidget* page, const QString& name)
 {
+    if (!page)
+        qFatal("%s is set before the page is built", qPrintable(name));
     QObject* found = nullptr;
-    if (name == page.objectName())
-        found = const_cast<QWidget*>(&page);
+    if (name == page->objectName())
+        found = const_cast<QWidget*>(page);
     else if (name == QLatin1String("timer"))
-        found = page.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+        found = page->findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
     else
-        found = page.findChild<QObject*>(name);
+        found = page->findChild<QObject*>(name);
     if (!found)
         qFatal("the page has no %s", qPrintable(name));
     return found;
 }
 
-} // namespace
-
-void act(QWidget& page, Dialogs::Recorder& recorder, const QString& step)
+// One step on `page`, which is null before the page is built.
+void actOn(const QWidget* page, Dialogs::Recorder& recorder, const QString& step)
 {
     const QString name = step.section(QLatin1Char('='), 0, 0);
     const QString value = step.section(QLatin1Char('='), 1);
@@ -43,6 +44,11 @@ void act(QWidget& page, Dialogs::Recorder& recorder, const QString& step)
     bool done = true;
     if (name == QLatin1String("Dialogs.color"))
         recorder.answerColor(QColor(value));
+    else if (name == QLatin1String("Dialogs.answer"))
+        recorder.answer(static_cast<QMessageBox::StandardButton>(
+            QMetaEnum::fromType<QMessageBox::StandardButtons>().keyToValue(value.toLatin1().constData())));
+    else if (name == QLatin1String("Dialogs.file"))
+        recorder.answerFileName(value);
     else if (member.isEmpty() && name.contains(QLatin1Char('/')))
         ZuAuxSim::setValue(name, value); // not held: the page's own writes must show
     else if (member.isEmpty())
@@ -55,10 +61,17 @@ void act(QWidget& page, Dialogs::Recorder& recorder, const QString& step)
         qFatal("cannot do %s", qPrintable(step));
 }
 
+} // namespace
+
+void act(QWidget& page, Dialogs::Recorder& recorder, const QString& step)
+{
+    actOn(&page, recorder, step);
+}
+
 QString stateOf(const QWidget& page, const QString& expected)
 {
     const QString path = expected.section(QLatin1Char('='), 0, 0);
-    const QVariant value = target(page, path.section(QLatin1Char('.'), 0, 0))
+    const QVariant value = target(&page, path.section(QLatin1Char('.'), 0, 0))
                                ->property(path.section(QLatin1Char('.'), 1).toLatin1().constData());
     return path + QLatin1Char('=') + value.toString();
 }
@@ -92,14 +105,23 @@ private slots:
 
         resetUnit(QStringLiteral("full"));
         Dialogs::Recorder recorder; // outlives the page, which may report as it is hidden
+        const int built = steps.indexOf(QStringLiteral("build"));
+        for (const QString& step : built < 0 ? Steps() : steps.mid(0, built))
+            actOn(nullptr, recorder, step);
+        if (built >= 0)
+            ZuAuxSim::clearTrace();
         const std::unique_ptr<QWidget> page(makePage());
-        ZuAuxSim::clearTrace();
-        for (const QString& step : commonSteps + steps)
+        if (built < 0)
+            ZuAuxSim::clearTrace();
+        for (const QString& step : commonSteps + steps.mid(built + 1))
             act(*page, recorder, step);
         QTEST(ZuAuxSim::trace().filter(callsToCompare), "calls");
         QStringList actual;
-        for (const QString& expected : state)
-            actual.append(stateOf(*page, expected));
+        for (const QString& expected : state) {
+            const bool started = expected.startsWith(QLatin1String("Dialogs.started="));
+            actual.append(started ? "Dialogs.started=" + recorder.started.join(QLatin1String(" | "))
+                                  : stateOf(*page, expected));
+        }
         QCOMPARE(actual, state);
         QTEST(recorder.texts(), "errors");
     }

@@ -7,9 +7,15 @@
 //   "sliderVol.value=20"     a property set as the user would
 //   "buttonOn.click"         a slot invoked ("tabBuzzer.show", ".hide", a timer slot)
 //   "Dialogs.color=#ff8832"  the colour the next colour chooser answers
+//   "Dialogs.answer=No"      the button the next message box answers
+//   "Dialogs.file=/tmp/a"    the name the next file chooser answers
+//   "build"                  the steps before it set up the unit, and the page
+//                            is built after them, its calls compared too
+//                            (otherwise it is built first, and its calls are not)
 // Then the traced calls that match a pattern, the listed properties
 // ("object.property=value"; the page by its object name, its polling timer as
-// "timer") and the texts of the error boxes must be as the row says.
+// "timer", "Dialogs.started" the detached commands joined by " | ") and the
+// texts of the message boxes must be as the row says.
 #ifndef PAGECHECK_H
 #define PAGECHECK_H
 
