@@ -6,6 +6,7 @@
 #include "tabs/tabButtonsDlg.h"
 #include "tabs/tabBuzzerDlg.h"
 #include "tabs/tabCanDlg.h"
+#include "tabs/tabIODlg.h"
 #include "tabs/tabLEDDlg.h"
 #include "tabs/tabLightSensorDlg.h"
 #include "tabs/tabOnOffDlg.h"
@@ -37,6 +38,7 @@ const std::vector<PageClass>& pageClasses()
         entry<tabLEDDlg>("led"),
         entry<tabBuzzerDlg>("buzzer"),
         entry<tabCanDlg>("can"),
+        entry<tabIODlg>("io"),
         entry<tabLightSensorDlg>("lightsensor"),
         entry<tabOnOffDlg>("onoff"),
         entry<tabButtonsDlg>("buttons"),

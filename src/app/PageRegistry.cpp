@@ -6,6 +6,7 @@
 #include "tabs/tabButtonsDlg.h"
 #include "tabs/tabBuzzerDlg.h"
 #include "tabs/tabCanDlg.h"
+#include "tabs/tabIODlg.h"
 #include "tabs/tabLEDDlg.h"
 #include "tabs/tabLightSensorDlg.h"
 #include "tabs/tabOnOffDlg.h"
@@ -31,7 +32,6 @@ template <const char* Title> tabDlg* titled(QWidget* parent)
     return page;
 }
 constexpr char advancedTitle[] = "Advanced";
-constexpr char digioTitle[] = "Configurable Inputs - PWM Outputs";
 
 } // namespace
 
@@ -110,7 +110,7 @@ const std::vector<PageRow>& pageRows()
             T::DISPLAY },
         { T::ABOUT, N::Nothing, makePage<tabAboutDlg> },
         { T::CAN, N::Can, makePage<tabCanDlg>, {}, {}, {}, "Can is not available" },
-        { T::DIGIO, N::DigIO, titled<digioTitle>, "I/O", "IO.png", {}, "Digital Input is not available" },
+        { T::DIGIO, N::DigIO, makePage<tabIODlg>, "I/O", "IO.png", {}, "Digital Input is not available" },
         { T::LIGHTSENSOR, N::Display, makePage<tabLightSensorDlg>, {}, {}, "FullGrey.png",
             "Light sensor is not available" },
         // Greyed on every unit: a touch screen is calibrated from the unit's

@@ -1,0 +1,150 @@
+// The "I/O" page on the simulated unit: input modes and thresholds as built
+// and changed, each mode's reading, and the PWM outputs with the echo of
+// their sliders.
+#include "pagecheck.h"
+#include "tabs/tabIODlg.h"
+
+namespace
+{
+const QString duty1 = QStringLiteral("PWMOut/PWMOutputChannelDutyCycle_1=");
+const QString hertz1 = QStringLiteral("PWMOut/PWMOutputChannelFrequency_1=");
+
+void inputs()
+{
+    QTest::newRow("built as the unit has it, mode 9 as Not in use, nothing written")
+        << Steps { "CfgIn/CfgInMode_1=4", "CfgIn/CfgInMode_2=9", "CfgIn/MinFrequencyThreshold_2=2.5",
+               "build" }
+        << Steps()
+        << Steps { "comboBoxCI_1.currentText=Voltage 5V", "comboBoxCI_2.currentIndex=0",
+               "comboBoxCI_2.count=9", "doubleSpinBox1.value=1", "doubleSpinBox2.value=2.5" }
+        << Steps();
+    QTest::newRow("unreadable modes and thresholds when built")
+        << Steps { "CfgIn_getCfgInMode=7", "CfgIn_getMinFrequencyThreshold=6", "build" } << Steps()
+        << Steps { "comboBoxCI_1.currentIndex=0" }
+        << Steps { errorBox(7, "CfgIn_getCfgInMode"), errorBox(7, "CfgIn_getCfgInMode"),
+               errorBox(6, "getMinFrequencyThreshold"), errorBox(6, "getMinFrequencyThreshold") };
+    QTest::newRow("changes write at once")
+        << Steps { "comboBoxCI_1.currentIndex=6", "doubleSpinBox2.value=12.5" }
+        << Steps { "CfgIn_setCfgInMode(1, 6) -> 0", "CfgIn_setMinFrequencyThreshold(2, 12.5) -> 0" }
+        << Steps() << Steps();
+    QTest::newRow("refusals") << Steps { "CfgIn_setCfgInMode=19", "CfgIn_setMinFrequencyThreshold=4",
+        "comboBoxCI_2.currentIndex=1", "doubleSpinBox1.value=3" }
+                              << Steps { "CfgIn_setCfgInMode(2, 1) -> 19",
+                                     "CfgIn_setMinFrequencyThreshold(1, 3) -> 4" }
+                              << Steps()
+                              << Steps { errorBox(19, "setCfgInMode"),
+                                     errorBox(4, "setMinFrequencyThreshold") };
+
+    // One refresh tick with input 1 in a mode; the reading as the field shows it.
+    const Steps tick { "tabIO.updatePWMOutStatus" };
+    const struct {
+        const char* name;
+        Steps unit;
+        QString shown;
+        Steps errors;
+    } readings[] = {
+        { "25000 in Voltage 5V", { "CfgIn/CfgInMode_1=4", "CfgIn/Value_1=25000" }, "25000 (2.50 V)", {} },
+        { "Voltage 2V5", { "CfgIn/CfgInMode_1=3", "CfgIn/Value_1=12345" }, "12345 (1.23 V)", {} },
+        { "HI switch", { "CfgIn/CfgInMode_1=1", "CfgIn/Value_1=1" }, "1", {} },
+        { "LOW switch", { "CfgIn/CfgInMode_1=2", "CfgIn/Value_1=0" }, "0", {} },
+        { "Resistance", { "CfgIn/CfgInMode_1=5", "CfgIn/Value_1=4700" }, "4700 Ohm", {} },
+        { "12.34 Hz at 40 %",
+            { "CfgIn/CfgInMode_1=7", "CfgIn/PwmFrequency_1=12.34", "CfgIn/PwmDutyCycle_1=40" },
+            "12.3 Hz 40 %", {} },
+        { "mode 9 shows nothing", { "CfgIn/CfgInMode_1=9" }, "", {} },
+        { "value unreadable", { "CfgIn/CfgInMode_1=4", "CfgIn_getValue=7" }, "error!",
+            { errorBox(7, "CfgIn_getValue") } },
+        { "frequency unreadable", { "CfgIn/CfgInMode_1=8", "CfgIn_getPwmValue=6" }, "error!",
+            { errorBox(6, "CfgIn_getPwmValue") } },
+    };
+    for (const auto& reading : readings)
+        QTest::addRow("reading: %s", reading.name)
+            << reading.unit + tick << Steps() << Steps { "lineEditCI_1.text=" + reading.shown }
+            << reading.errors;
+    QTest::newRow("reading: Not in use clears the field")
+        << Steps { "CfgIn/CfgInMode_2=5", "CfgIn/Value_2=330", "build" } + tick
+            + Steps { "comboBoxCI_2.currentIndex=0" } + tick
+        << Steps { "CfgIn_setCfgInMode(2, 0) -> 0" } << Steps { "lineEditCI_2.text=" } << Steps();
+    QTest::newRow("reading: mode unreadable leaves the fields")
+        << Steps { "CfgIn/CfgInMode_1=5", "CfgIn/Value_1=330" } + tick + Steps { "CfgIn_getCfgInMode=7" }
+            + tick
+        << Steps() << Steps { "lineEditCI_1.text=330 Ohm" }
+        << Steps { errorBox(7, "getCfgInMode"), errorBox(7, "getCfgInMode") };
+}
+
+void outputs()
+{
+    // A slider set from a reading writes the whole hertz back.
+    QTest::newRow("shown: channel 1 with the echo of its sliders")
+        << Steps { duty1 + "40", hertz1 + "250.5", "tabIO.show" }
+        << Steps { "PWMOut_setPWMOutputChannelDutyCycle(1, 40) -> 0",
+               "PWMOut_setPWMOutputChannelFrequency(1, 250) -> 0" }
+        << Steps { "sliderDC.value=40", "labelDC_Value.text=40 %", "labelDC_Value.visible=true",
+               "sliderHZ.value=250", "labelHZ_Value.text=250 Hz", "labelHZ_Value.visible=true",
+               "timer.active=true", "timer.interval=500" }
+        << Steps();
+    QTest::newRow("duty 0 and 0.0 Hz hide both values")
+        << Steps { duty1 + "30", hertz1 + "100", "tabIO.show", duty1 + "0", hertz1 + "0",
+               "tabIO.updatePWMOutStatus" }
+        << Steps { "PWMOut_setPWMOutputChannelDutyCycle(1, 30) -> 0",
+               "PWMOut_setPWMOutputChannelFrequency(1, 100) -> 0",
+               "PWMOut_setPWMOutputChannelDutyCycle(1, 0) -> 0",
+               "PWMOut_setPWMOutputChannelFrequency(1, 0) -> 0" }
+        << Steps { "sliderDC.value=0", "labelDC_Value.visible=false", "sliderHZ.value=0",
+               "labelHZ_Value.visible=false" }
+        << Steps();
+    QTest::newRow("PWM 2 leaves channel 1 alone")
+        << Steps { duty1 + "10", "PWMOut/PWMOutputChannelDutyCycle_2=75",
+               "PWMOut/PWMOutputChannelFrequency_2=1000", "tabIO.show", "checkBox_PWM2.click",
+               "sliderDC.value=60", "sliderHZ.value=4000" }
+        << Steps { "PWMOut_setPWMOutputChannelDutyCycle(1, 10) -> 0",
+               "PWMOut_setPWMOutputChannelDutyCycle(2, 75) -> 0",
+               "PWMOut_setPWMOutputChannelFrequency(2, 1000) -> 0",
+               "PWMOut_setPWMOutputChannelDutyCycle(2, 60) -> 0",
+               "PWMOut_setPWMOutputChannelFrequency(2, 4000) -> 0" }
+        << Steps { "checkBox_PWM1.checked=false", "labelDC_Value.text=60 %", "labelHZ_Value.text=4000 Hz" }
+        << Steps();
+    QTest::newRow("Off shows what the output does then")
+        << Steps { duty1 + "40", "tabIO.show", "pwmOffButton.click" }
+        << Steps { "PWMOut_setPWMOutputChannelDutyCycle(1, 40) -> 0", "PWMOut_setPWMOutOff(1) -> 0",
+               "PWMOut_setPWMOutputChannelDutyCycle(1, 0) -> 0" }
+        << Steps { "sliderDC.value=0", "labelDC_Value.visible=false" } << Steps();
+    QTest::newRow("refusals under their names")
+        << Steps { "PWMOut_setPWMOutOff=19", "PWMOut_setPWMOutputChannelDutyCycle=7",
+               "PWMOut_setPWMOutputChannelFrequency=4", "tabIO.show", "pwmOffButton.click",
+               "sliderDC.value=20", "sliderHZ.value=900" }
+        << Steps { "PWMOut_setPWMOutOff(1) -> 19", "PWMOut_setPWMOutputChannelDutyCycle(1, 20) -> 7",
+               "PWMOut_setPWMOutputChannelFrequency(1, 900) -> 4" }
+        << Steps { "labelDC_Value.visible=false" }
+        << Steps { errorBox(19, "setPWMOff"), errorBox(7, "setPWMOutputChannelDutyCycle"),
+               errorBox(4, "setPWMOutputChannelFrequency") };
+    QTest::newRow("unreadable frequency told as the duty cycle")
+        << Steps { "PWMOut_getPWMOutputChannelFrequency=7", "tabIO.show" } << Steps() << Steps()
+        << Steps { errorBox(7, "getPWMOutputChannelDutyCycle") };
+    QTest::newRow("fault pictures") << Steps { "PWMOut/PWMOutputStatus=2", "tabIO.show",
+        "tabIO.updatePWMOutStatus" } << Steps()
+                                    << Steps { "fail_1.toolTip=No fault", "fail_2.toolTip=Output fault" }
+                                    << Steps();
+    QTest::newRow("unreadable status stops polling until shown again")
+        << Steps { "tabIO.show", "PWMOut_getPWMOutputStatus=7", "tabIO.updatePWMOutStatus" } << Steps()
+        << Steps { "timer.active=false", "fail_1.toolTip=" } << Steps { errorBox(7, "getPWMOutputStatus") };
+    QTest::newRow("polling again on the next showing") << Steps {
+        "tabIO.show", "PWMOut_getPWMOutputStatus=7", "tabIO.updatePWMOutStatus", "tabIO.hide", "tabIO.show"
+    } << Steps() << Steps { "timer.active=true" } << Steps { errorBox(7, "getPWMOutputStatus") };
+    QTest::newRow("no polling while hidden")
+        << Steps { "tabIO.show", "tabIO.hide" } << Steps() << Steps { "timer.active=false" } << Steps();
+}
+
+void scenarios()
+{
+    inputs();
+    outputs();
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    return runPageTest(
+        argc, argv, [] { return new tabIODlg(nullptr); }, QStringLiteral("CfgIn_set|PWMOut_set"), {},
+        scenarios);
+}
