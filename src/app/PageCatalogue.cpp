@@ -6,6 +6,7 @@
 #include "tabs/tabButtonsDlg.h"
 #include "tabs/tabBuzzerDlg.h"
 #include "tabs/tabCanDlg.h"
+#include "tabs/tabDigIODlg.h"
 #include "tabs/tabIODlg.h"
 #include "tabs/tabLEDDlg.h"
 #include "tabs/tabLightSensorDlg.h"
@@ -44,6 +45,7 @@ const std::vector<PageClass>& pageClasses()
         entry<tabButtonsDlg>("buttons"),
         entry<tabPowerDlg>("power", NoMenu),
         entry<tabTelematicsDlg>("telematics", NoMenu),
+        entry<tabDigIODlg>("digio", NoMenu),
     };
     return catalogue;
 }
