@@ -164,7 +164,14 @@ QMessageBox::StandardButton message(QWidget* parent, QMessageBox::Icon icon, con
     return static_cast<QMessageBox::StandardButton>(answer);
 }
 
-QString saveFileName(QWidget* parent, const QString& caption, const QString& dir, const QString& filter)
+namespace
+{
+// A file chooser: recorded and answered from the script while a Recorder
+// lives, else `choose` (one of QFileDialog's static choosers).
+using Chooser
+    = QString (*)(QWidget*, const QString&, const QString&, const QString&, QString*, QFileDialog::Options);
+QString fileName(
+    Chooser choose, QWidget* parent, const QString& caption, const QString& dir, const QString& filter)
 {
     if (refused(caption))
         return QString();
@@ -174,20 +181,18 @@ QString saveFileName(QWidget* parent, const QString& caption, const QString& dir
         recorder->fileDirectories.append(dir);
         return recorder->fileAnswers.isEmpty() ? QString() : recorder->fileAnswers.takeFirst();
     }
-    return QFileDialog::getSaveFileName(parent, caption, dir, filter);
+    return choose(parent, caption, dir, filter, nullptr, QFileDialog::Options());
+}
+} // namespace
+
+QString saveFileName(QWidget* parent, const QString& caption, const QString& dir, const QString& filter)
+{
+    return fileName(&QFileDialog::getSaveFileName, parent, caption, dir, filter);
 }
 
 QString openFileName(QWidget* parent, const QString& caption, const QString& dir, const QString& filter)
 {
-    if (refused(caption))
-        return QString();
-    const Showing showing;
-    if (recorder) {
-        recorder->fileRequests.append(caption);
-        recorder->fileDirectories.append(dir);
-        return recorder->fileAnswers.isEmpty() ? QString() : recorder->fileAnswers.takeFirst();
-    }
-    return QFileDialog::getOpenFileName(parent, caption, dir, filter);
+    return fileName(&QFileDialog::getOpenFileName, parent, caption, dir, filter);
 }
 
 QColor color(const QColor& initial, QWidget* parent, const QString& title)
