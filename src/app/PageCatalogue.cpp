@@ -2,6 +2,7 @@
 
 #include "app/tabMenuDlg.h"
 #include "tabs/tabAboutDlg.h"
+#include "tabs/tabAdvancedDlg.h"
 #include "tabs/tabBacklightDlg.h"
 #include "tabs/tabButtonsDlg.h"
 #include "tabs/tabBuzzerDlg.h"
@@ -39,6 +40,7 @@ const std::vector<PageClass>& pageClasses()
         entry<tabLEDDlg>("led"),
         entry<tabBuzzerDlg>("buzzer"),
         entry<tabCanDlg>("can"),
+        entry<tabAdvancedDlg>("advanced"),
         entry<tabIODlg>("io"),
         entry<tabLightSensorDlg>("lightsensor"),
         entry<tabOnOffDlg>("onoff"),

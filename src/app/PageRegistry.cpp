@@ -2,6 +2,7 @@
 
 #include "app/PageCatalogue.h"
 #include "tabs/tabAboutDlg.h"
+#include "tabs/tabAdvancedDlg.h"
 #include "tabs/tabBacklightDlg.h"
 #include "tabs/tabButtonsDlg.h"
 #include "tabs/tabBuzzerDlg.h"
@@ -22,16 +23,6 @@ bool presentUnlessDenied(Korvane::eErr result, bool present)
 {
     return result != Korvane::ERR_SUCCESS || present;
 }
-
-// A page that only names itself, for a page class not offered yet: offering
-// one is a change of its row.
-template <const char* Title> tabDlg* titled(QWidget* parent)
-{
-    auto* page = new tabDlg(parent);
-    page->setWindowTitle(QString::fromLatin1(Title));
-    return page;
-}
-constexpr char advancedTitle[] = "Advanced";
 
 } // namespace
 
@@ -101,7 +92,7 @@ const std::vector<PageRow>& pageRows()
         { T::POWER, N::Nothing, nullptr, {}, {}, "energyGrey.png", "Power is not available" },
         { T::SYSCONFIG, N::Heater, makePage<tabSysConfDlg>, {}, {}, "heaterGrey.png",
             "Heater is not available" },
-        { T::ADVANCED, N::Nothing, titled<advancedTitle> },
+        { T::ADVANCED, N::Nothing, makePage<tabAdvancedDlg> },
         { T::LED, N::Nothing, makePage<tabLEDDlg>, "Btn backlight" },
         // Without a display the placeholder is registered under the Display
         // number, not the Buzzer one: it takes the place of the Display

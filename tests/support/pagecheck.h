@@ -14,8 +14,12 @@
 //                            (otherwise it is built first, and its calls are not)
 // Then the traced calls that match a pattern, the listed properties
 // ("object.property=value"; the page by its object name, its polling timer as
-// "timer", "Dialogs.started" the detached commands joined by " | ") and the
-// texts of the message boxes must be as the row says.
+// "timer") and the texts of the message boxes must be as the row says. What
+// the dialogs recorded is listed joined by " | ": "Dialogs.started" the
+// detached commands, "Dialogs.titles" the titles of the boxes,
+// "Dialogs.folders" the folders the file choosers started in,
+// "Dialogs.progress" the first two and last four steps of the progress
+// dialogs (the polls in between depend on timing).
 #ifndef PAGECHECK_H
 #define PAGECHECK_H
 
