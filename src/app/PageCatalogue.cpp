@@ -16,6 +16,7 @@
 #include "tabs/tabSysConfDlg.h"
 #include "tabs/tabTelematicsDlg.h"
 #include "tabs/tabTempDlg.h"
+#include "tabs/tabTouchDlg.h"
 #include "tabs/tabVersionDlg.h"
 
 namespace
@@ -48,6 +49,7 @@ const std::vector<PageClass>& pageClasses()
         entry<tabPowerDlg>("power", NoMenu),
         entry<tabTelematicsDlg>("telematics", NoMenu),
         entry<tabDigIODlg>("digio", NoMenu),
+        entry<tabTouchDlg>("touch", NoMenu),
     };
     return catalogue;
 }
