@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds Zusettings and starts it on the simulated unit. Arguments are passed
 # on (for example: ./run.sh --systemreport report.txt).
-#   ZUAUX_SIM_PROFILE  unit profile (full, headless, unsupported, faulty or an INI path); default full
+#   ZUAUX_SIM_PROFILE  unit profile (full, headless, unsupported, faulty, quirky or an INI path); default full
 #   ZUAUX_SIM_STATE    state file of the simulated unit
 #   ZUAUX_SIM_TRACE    file that receives one line per library call
 set -euo pipefail

@@ -67,15 +67,21 @@ private slots:
 void TestSim::profiles_data()
 {
     QTest::addColumn<Probe>("probe");
-    QTest::addColumn<QString>("answers"); // full | headless | unsupported | faulty
+    QTest::addColumn<QString>("answers"); // full | headless | unsupported | faulty | quirky
 
-    QTest::newRow("heater") << get(Config_getHeatingTempLimit, GetConfig) << "0 -25 | 2 | 2 | 0 -25";
-    QTest::newRow("battery") << get(Battery_isBatteryPresent, GetBattery) << "0 1 | 0 0 | 2 | 0 1";
-    QTest::newRow("battery temperature") << get(Battery_getBatteryTemp, GetBattery) << "0 31 | 2 | 2 | 7";
-    QTest::newRow("ADC 1") << getAt(Adc_getVoltage, GetAdc, 1) << "0 24.4 | 2 | 2 | 18";
+    QTest::newRow("heater") << get(Config_getHeatingTempLimit, GetConfig) << "0 -25 | 2 | 2 | 0 -25 | 0 -25";
+    QTest::newRow("battery") << get(Battery_isBatteryPresent, GetBattery) << "0 1 | 0 0 | 2 | 0 1 | 0 1";
+    QTest::newRow("battery temperature")
+        << get(Battery_getBatteryTemp, GetBattery) << "0 31 | 2 | 2 | 7 | 0 31";
+    QTest::newRow("power source") << get(Battery_getPowerSource, GetBattery) << "0 1 | 2 | 2 | 0 1 | 0 0";
+    QTest::newRow("ADC 1") << getAt(Adc_getVoltage, GetAdc, 1) << "0 24.4 | 2 | 2 | 18 | 0 24.4";
+    QTest::newRow("CAN net 1") << getAt(CanSetting_getBaudrate, GetCanSetting, 1)
+                               << "0 125 | 2 | 2 | 0 125 | 0 83";
+    QTest::newRow("CAN net 3") << getAt(CanSetting_getBaudrate, GetCanSetting, 3) << "2 | 2 | 2 | 2 | 2";
+    QTest::newRow("input 2 mode") << getAt(CfgIn_getCfgInMode, GetCfgIn, 2) << "0 0 | 2 | 2 | 0 0 | 0 9";
     QTest::newRow("start-up trigger")
         << Probe([] { return QString::number(Config_setStartupTriggerConfig(GetConfig(), TRIGGER_BOTH)); })
-        << "0 | 0 | 2 | 34";
+        << "0 | 0 | 2 | 34 | 0";
 }
 
 void TestSim::profiles()
@@ -84,7 +90,7 @@ void TestSim::profiles()
     QFETCH(QString, answers);
 
     QStringList actual;
-    for (const char* profile : { "full", "headless", "unsupported", "faulty" }) {
+    for (const char* profile : { "full", "headless", "unsupported", "faulty", "quirky" }) {
         resetUnit(QString::fromLatin1(profile));
         actual << probe();
     }
