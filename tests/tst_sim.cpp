@@ -62,6 +62,8 @@ private slots:
     void firmwareRun_data();
     void firmwareRun();
     void texts();
+    void numberTexts_data();
+    void numberTexts();
 };
 
 void TestSim::profiles_data()
@@ -238,6 +240,39 @@ void TestSim::firmwareRun()
     QVERIFY2(polls > 20 && polls < 150, qPrintable(QString::number(polls)));
     // A finished run makes room for the next one.
     QCOMPARE(FirmwareUpgrade_startFrontVerification(h, image.constData(), false), ERR_SUCCESS);
+}
+
+void TestSim::numberTexts_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("whole"); // as a 16-bit temperature reads it
+    QTest::addColumn<double>("number"); // as a voltage reads it
+
+    QTest::newRow("plain") << "350" << 350 << 350.0;
+    QTest::newRow("negative") << "-12" << -12 << -12.0;
+    QTest::newRow("plus sign") << "+7" << 7 << 7.0;
+    QTest::newRow("leading zeros") << "007" << 7 << 7.0;
+    QTest::newRow("blanks around") << " 42 " << 42 << 42.0;
+    QTest::newRow("fraction rounds") << "7.6" << 8 << 7.6;
+    QTest::newRow("exponent") << "1e2" << 100 << 100.0;
+    QTest::newRow("sign alone") << "-" << 0 << 0.0;
+}
+
+// Values are kept as text; how a reading turns it into its number.
+void TestSim::numberTexts()
+{
+    QFETCH(QString, text);
+    QFETCH(int, whole);
+    QFETCH(double, number);
+
+    ZuAuxSim::hold(QStringLiteral("Diagnostic/PCBTemp"), text);
+    ZuAuxSim::hold(QStringLiteral("Adc/Voltage_1"), text);
+    int16_t celsius = 1;
+    QCOMPARE(Diagnostic_getPCBTemp(GetDiagnostic(), &celsius), ERR_SUCCESS);
+    QCOMPARE(int(celsius), whole);
+    double volts = 1;
+    QCOMPARE(Adc_getVoltage(GetAdc(), 1, &volts), ERR_SUCCESS);
+    QCOMPARE(volts, number);
 }
 
 void TestSim::texts()

@@ -1,6 +1,7 @@
 // What the simulated unit costs: a write costs what it changes, not what the
 // state file holds; an unchanged value is not written at all; and a polling
 // page's calls allocate nothing while no trace is taken.
+#include "allocations.h"
 #include "simunit.h"
 #include "zuaux2.h"
 
@@ -8,63 +9,10 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <atomic>
-#include <functional>
-
-#include <dlfcn.h>
-#include <sys/stat.h>
-
 using namespace Korvane;
 
 namespace
 {
-
-// Allocations made by the thread that counts, through the sanitizers'
-// allocator hooks; unavailable without a sanitizer.
-thread_local bool counting = false;
-std::atomic<long> allocations { 0 };
-
-void onMalloc(const volatile void*, size_t)
-{
-    if (counting)
-        allocations.fetch_add(1, std::memory_order_relaxed);
-}
-void onFree(const volatile void*) { }
-
-bool installAllocationHooks()
-{
-    using Install = int (*)(void (*)(const volatile void*, size_t), void (*)(const volatile void*));
-    static const bool installed = [] {
-        const auto install
-            = reinterpret_cast<Install>(dlsym(RTLD_DEFAULT, "__sanitizer_install_malloc_and_free_hooks"));
-        return install && install(onMalloc, onFree) != 0;
-    }();
-    return installed;
-}
-
-long allocationsOf(const std::function<void()>& work)
-{
-    const long before = allocations.load();
-    counting = true;
-    work();
-    counting = false;
-    return allocations.load() - before;
-}
-
-// Everything that tells one version of a file from another.
-QString stampOf(const QString& path)
-{
-    struct stat info;
-    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
-        return QString();
-    return QStringLiteral("%1 %2 %3.%4 %5.%6")
-        .arg(info.st_ino)
-        .arg(info.st_size)
-        .arg(info.st_mtim.tv_sec)
-        .arg(info.st_mtim.tv_nsec)
-        .arg(info.st_ctim.tv_sec)
-        .arg(info.st_ctim.tv_nsec);
-}
 
 // One tick of the polling pages: the display page with its echo write of the
 // intensity, the light sensor page, and readings other pages poll.
@@ -137,13 +85,13 @@ void TestSimCost::idlePolling()
 
     ZuAuxSim::traceCalls(false);
     ZuAuxSim::clearTrace();
-    const QString saved = stampOf(state);
+    const QString saved = fileStamp(state);
     QCOMPARE(allocationsOf([] {
         for (int tick = 0; tick < 20; ++tick)
             pollingTick();
     }),
         0L);
-    QCOMPARE(stampOf(state), saved);
+    QCOMPARE(fileStamp(state), saved);
     QCOMPARE(ZuAuxSim::trace(), QStringList());
 }
 
@@ -158,7 +106,7 @@ void TestSimCost::writesToABigFile()
     QFile file(state);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(big) == big.size());
     file.close();
-    const QString inode = stampOf(state).section(QLatin1Char(' '), 0, 0);
+    const QString inode = fileStamp(state).section(QLatin1Char(' '), 0, 0);
 
     ZuAuxSim::reset(QStringLiteral("full"), state);
     QElapsedTimer clock;
@@ -170,7 +118,7 @@ void TestSimCost::writesToABigFile()
     const QByteArray after = fileContents(state);
     QVERIFY(after.startsWith(big));
     QVERIFY2(after.size() - big.size() < 200 * 16, qPrintable(QString::number(after.size() - big.size())));
-    QCOMPARE(stampOf(state).section(QLatin1Char(' '), 0, 0), inode);
+    QCOMPARE(fileStamp(state).section(QLatin1Char(' '), 0, 0), inode);
 }
 
 // Lines that later ones override are dropped now and then, so the file stays

@@ -1,7 +1,7 @@
 // What the settings pages have in common beyond tabDlg: the library handles a
 // page holds for its whole life, the usual way of taking a getter's result,
-// the polling timer that runs while the page is shown, and the On/Off caption
-// of a checkable switch.
+// the polling timer that runs while the page is shown, the On/Off caption of a
+// checkable switch, and texts that polling rewrites.
 #ifndef PAGESUPPORT_H
 #define PAGESUPPORT_H
 
@@ -46,5 +46,14 @@ protected:
 
 // Checks or unchecks a switch button and captions it "On" or "Off" to match.
 void showSwitch(QAbstractButton* button, bool on);
+
+// Shows the Latin-1 `text` on a label or line edit unless it shows it
+// already: polling pages call this on every tick, and a text that stays the
+// same then costs no allocation.
+template <class Field> void showLatin1(Field* field, const char* text)
+{
+    if (field->text() != QLatin1String(text))
+        field->setText(QString::fromLatin1(text));
+}
 
 #endif // PAGESUPPORT_H

@@ -2,6 +2,8 @@
 
 #include "ui_tabBacklightDlg.h"
 
+#include <cstdio>
+
 using namespace Korvane;
 
 namespace
@@ -98,15 +100,20 @@ void tabBacklightDlg::refresh()
         m_refreshTimer->stop();
     }
 
-    ui->labelKLevel->setText(QString::number(ui->sliderSensitivity->value()));
+    // Texts that every tick sets are built on the stack: a tick that changes
+    // nothing allocates nothing.
+    char text[24];
+    std::snprintf(text, sizeof text, "%d", ui->sliderSensitivity->value());
+    showLatin1(ui->labelKLevel, text);
 
     bool hardwareOk = false;
     const eErr statusErr = Backlight_getHWStatus(m_backlight, &hardwareOk);
-    if (statusErr == ERR_SUCCESS)
-        ui->label_hwstatus1->setText(
-            hardwareOk ? QStringLiteral("status: OK") : QStringLiteral("status: ERROR"));
-    else if (statusErr != ERR_NOT_SUPPORTED)
-        ui->label_hwstatus1->setText(QStringLiteral("Error: %1").arg(static_cast<int>(statusErr)));
+    if (statusErr == ERR_SUCCESS) {
+        showLatin1(ui->label_hwstatus1, hardwareOk ? "status: OK" : "status: ERROR");
+    } else if (statusErr != ERR_NOT_SUPPORTED) {
+        std::snprintf(text, sizeof text, "Error: %d", static_cast<int>(statusErr));
+        showLatin1(ui->label_hwstatus1, text);
+    }
 }
 
 void tabBacklightDlg::backlightChange(int value)

@@ -4,13 +4,17 @@
 
 #include <QTimer>
 
+#include <cstdio>
+
 using namespace Korvane;
 
 namespace
 {
+const char notRunning[] = "Light Sensor is not running";
+
 QString notRunningText()
 {
-    return QStringLiteral("Light Sensor is not running");
+    return QString::fromLatin1(notRunning);
 }
 
 LightsensorSamplingMode samplingModeOf(int comboIndex)
@@ -114,11 +118,13 @@ void tabLightSensorDlg::onClicked(bool checked)
 
 void tabLightSensorDlg::updateIlluminance()
 {
-    QString text;
+    // The text is built on the stack and compared with the one on show, so
+    // that a tick that changes nothing allocates nothing.
+    char luxText[16] = "";
     uint16_t lux = 0;
     const eErr luxErr = Lightsensor_getAverageIlluminance(m_sensor, &lux);
     if (luxErr == ERR_SUCCESS) {
-        text = QStringLiteral("%1 Lux, ").arg(lux);
+        std::snprintf(luxText, sizeof luxText, "%u Lux, ", unsigned(lux));
     } else if (luxErr == ERR_NOT_SUPPORTED) {
         ui->groupBoxLightsensor->hide();
     } else {
@@ -128,24 +134,23 @@ void tabLightSensorDlg::updateIlluminance()
         stop();
     }
 
+    const char* rangeText = "";
     uint8_t range = 0;
     const eErr rangeErr = Lightsensor_getOperatingRange(m_sensor, &range);
     if (rangeErr == ERR_SUCCESS) {
-        if (range == 0)
-            text += QStringLiteral("Range standard");
-        else if (range == 1)
-            text += QStringLiteral("Range extended");
-        else
-            text += QStringLiteral("Unknown range");
+        rangeText = range == 0 ? "Range standard" : range == 1 ? "Range extended" : "Unknown range";
     } else if (rangeErr != ERR_NOT_SUPPORTED) {
         showError(rangeErr, "getOperatingRange");
-        text = notRunningText();
+        luxText[0] = '\0';
+        rangeText = notRunning;
         stop();
     }
 
+    char text[sizeof luxText + sizeof notRunning];
+    std::snprintf(text, sizeof text, "%s%s", luxText, rangeText);
     // Rewriting an unchanged text would reset the cursor and selection.
-    if (text != m_lastText) {
-        ui->editIlumination->setText(text);
-        m_lastText = text;
+    if (m_lastText != QLatin1String(text)) {
+        m_lastText = QString::fromLatin1(text);
+        ui->editIlumination->setText(m_lastText);
     }
 }

@@ -4,6 +4,8 @@
 
 #include <QRegularExpression>
 
+#include <sys/stat.h>
+
 void resetUnit(const QString& profile)
 {
     ZuAuxSim::reset(profile, QString());
@@ -19,4 +21,18 @@ QByteArray fileContents(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString fileStamp(const QString& path)
+{
+    struct stat info;
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+        return QString();
+    return QStringLiteral("%1 %2 %3.%4 %5.%6")
+        .arg(info.st_ino)
+        .arg(info.st_size)
+        .arg(info.st_mtim.tv_sec)
+        .arg(info.st_mtim.tv_nsec)
+        .arg(info.st_ctim.tv_sec)
+        .arg(info.st_ctim.tv_nsec);
 }

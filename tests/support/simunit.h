@@ -17,4 +17,8 @@ QStringList callsTo(const QString& prefix);
 // The bytes of a file, or nothing when it cannot be read.
 QByteArray fileContents(const QString& path);
 
+// Everything that tells one version of a file from another: inode, size,
+// modification and change times; empty when there is no such file.
+QString fileStamp(const QString& path);
+
 #endif // SIMUNIT_H

@@ -448,9 +448,38 @@ QString Store::text(const QString& key) const
     return toText(current(key));
 }
 
+namespace
+{
+// The number a plain decimal text spells ("350", "-12"), read without the
+// cost of the general conversions that polled values would pay on every
+// call; false for every other value, which those conversions then read.
+bool plainWhole(const QVariant& value, long long& result)
+{
+    if (value.userType() != QMetaType::QString)
+        return false;
+    const auto* text = static_cast<const QString*>(value.constData());
+    const qsizetype size = text->size();
+    const bool sign = size > 0 && (text->front() == QLatin1Char('-') || text->front() == QLatin1Char('+'));
+    if (size == qsizetype(sign) || size - qsizetype(sign) > 18)
+        return false;
+    long long whole = 0;
+    for (qsizetype i = sign; i < size; ++i) {
+        const char16_t digit = text->at(i).unicode();
+        if (digit < u'0' || digit > u'9')
+            return false;
+        whole = whole * 10 + (digit - u'0');
+    }
+    result = text->front() == QLatin1Char('-') ? -whole : whole;
+    return true;
+}
+} // namespace
+
 long long Store::wide(const QString& key) const
 {
     const QVariant value = current(key);
+    long long whole = 0;
+    if (plainWhole(value, whole))
+        return whole;
     double number = 0;
     switch (value.userType()) {
     case QMetaType::Int:
@@ -482,6 +511,9 @@ int Store::integer(const QString& key) const
 double Store::number(const QString& key) const
 {
     const QVariant value = current(key);
+    long long whole = 0;
+    if (plainWhole(value, whole))
+        return double(whole);
     if (value.userType() == QMetaType::Double)
         return value.toDouble();
     return toText(value).toDouble();

@@ -1,0 +1,121 @@
+// Idle polling: while nothing on the unit changes, a tick of a page that polls
+// makes only its reads, writes nothing to the unit's state file and allocates
+// nothing, whatever the reads answer.
+#include "allocations.h"
+#include "app/PageCatalogue.h"
+#include "dialogs/Dialogs.h"
+#include "simunit.h"
+#include "tabs/tabDlg.h"
+
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QTimerEvent>
+#include <QtTest>
+
+#include <memory>
+
+namespace
+{
+
+using Settings = QList<std::pair<QString, int>>;
+
+// The timers of `page` that run.
+QList<QTimer*> runningTimers(QObject* page)
+{
+    QList<QTimer*> timers = page->findChildren<QTimer*>();
+    timers.removeIf([](const QTimer* timer) { return !timer->isActive(); });
+    return timers;
+}
+
+// One tick of each timer, delivered as the event loop delivers it.
+void tick(const QList<QTimer*>& timers)
+{
+    for (QTimer* timer : timers) {
+        QTimerEvent event(timer->timerId());
+        QCoreApplication::sendEvent(timer, &event);
+    }
+}
+
+} // namespace
+
+class TestPolling : public QObject
+{
+    Q_OBJECT
+private slots:
+    void idleTick_data();
+    void idleTick();
+
+private:
+    QTemporaryDir m_dir;
+};
+
+void TestPolling::idleTick_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<Settings>("values");
+    QTest::addColumn<Settings>("codes");
+    QTest::addColumn<QStringList>("calls");
+
+    // The automatic backlight sets the intensity: the first tick echoes it,
+    // the later ones find it unchanged.
+    QTest::newRow("display, automatic backlight")
+        << "display" << Settings { { "Backlight/AutomaticBLStatus", 1 } } << Settings()
+        << QStringList { "Backlight_getIntensity() -> 0", "Backlight_getHWStatus() -> 0" };
+    // A status that fails each time is shown as the same text each time.
+    QTest::newRow("display, status failing")
+        << "display" << Settings { { "Backlight/Intensity", 77 } }
+        << Settings { { "Backlight_getHWStatus", 19 } }
+        << QStringList { "Backlight_getIntensity() -> 0", "Backlight_getHWStatus() -> 19" };
+    QTest::newRow("light sensor") << "lightsensor" << Settings { { "Lightsensor/OperatingRange", 1 } }
+                                  << Settings()
+                                  << QStringList { "Lightsensor_getAverageIlluminance() -> 0",
+                                         "Lightsensor_getOperatingRange() -> 0" };
+    QTest::newRow("light sensor, no illuminance")
+        << "lightsensor" << Settings() << Settings { { "Lightsensor_getAverageIlluminance", 2 } }
+        << QStringList { "Lightsensor_getAverageIlluminance() -> 2", "Lightsensor_getOperatingRange() -> 0" };
+}
+
+void TestPolling::idleTick()
+{
+    QFETCH(QString, page);
+    QFETCH(Settings, values);
+    QFETCH(Settings, codes);
+    QFETCH(QStringList, calls);
+    if (!installAllocationHooks())
+        QSKIP("allocations are counted through the sanitizers' allocator hooks");
+
+    const QString state
+        = m_dir.filePath(QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(".ini"));
+    ZuAuxSim::reset(QStringLiteral("full"), state);
+    ZuAuxSim::freezeLive(true);
+    for (const auto& [key, value] : values)
+        QVERIFY(ZuAuxSim::setValue(key, value));
+    for (const auto& [operation, code] : codes)
+        ZuAuxSim::forceCode(operation, code);
+
+    const PageClass* pageClass = findPageClass(page);
+    QVERIFY(pageClass);
+    Dialogs::Recorder dialogs;
+    const std::unique_ptr<tabDlg> shown(pageClass->create(nullptr));
+    shown->show();
+    QVERIFY(QTest::qWaitForWindowExposed(shown.get()));
+    const QList<QTimer*> timers = runningTimers(shown.get());
+    QCOMPARE(timers.size(), 1);
+    tick(timers);
+    ZuAuxSim::clearTrace();
+    tick(timers);
+    QCOMPARE(ZuAuxSim::trace(), calls);
+
+    ZuAuxSim::traceCalls(false);
+    const QString saved = fileStamp(state);
+    QCOMPARE(allocationsOf([&timers] {
+        for (int i = 0; i < 20; ++i)
+            tick(timers);
+    }),
+        0L);
+    QCOMPARE(fileStamp(state), saved);
+    QCOMPARE(dialogs.shown.size(), 0);
+}
+
+QTEST_MAIN(TestPolling)
+#include "tst_polling.moc"
