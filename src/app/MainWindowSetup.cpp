@@ -31,7 +31,9 @@ long readScreenRotation()
 
 void prepareMainWindow(QWidget& window, const QRect& screen)
 {
-    window.setWindowFlags(Qt::WindowFlags::fromInt(mainWindowFlags));
+    // With the window type the widget has: Qt adds it anyway, and a window
+    // built with these flags is then left as it is.
+    window.setWindowFlags(window.windowType() | Qt::WindowFlags::fromInt(mainWindowFlags));
     // Geometry as right - left + 1 and bottom - top + 1.
     const int width = screen.right() - screen.left() + 1;
     const int height = screen.bottom() - screen.top() + 1;
