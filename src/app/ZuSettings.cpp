@@ -24,12 +24,14 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
     connect(ui->buttonExit, &QPushButton::clicked, this, &ZuSettings::exit);
     connect(ui->buttonMenu, &QPushButton::clicked, this, &ZuSettings::menuClicked);
 
-    auto* menu = new tabMenuDlg(this);
+    // Pages are built in their place: each widget is styled once, as it is
+    // made, where moving a built page would style all of its widgets again.
+    ui->tabWidget->setLayout(pageLayout);
+    auto* menu = new tabMenuDlg(ui->tabWidget);
     addTab(menu, tabMenuDlg::MENU);
     for (const PageRow& row : pageRows())
         offer(*menu, row, has(features, row.needs));
 
-    ui->tabWidget->setLayout(pageLayout);
     connect(menu, &tabMenuDlg::tabSelectionChanged, this, &ZuSettings::showTab);
     showTab(tabMenuDlg::MENU);
 }
@@ -37,14 +39,14 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
 void ZuSettings::offer(tabMenuDlg& menu, const PageRow& row, bool present)
 {
     if (present && row.make) {
-        addTab(row.make(this), row.number);
+        addTab(row.make(ui->tabWidget), row.number);
         if (row.caption)
             menu.setCaption(row.number, QCoreApplication::translate("tabMenu", row.caption));
         if (row.icon)
             menu.setIcon(row.number, QString::fromLatin1(row.icon));
         return;
     }
-    addTab(new tabDlg(this), row.placeholder < 0 ? row.number : tabMenuDlg::eTab(row.placeholder));
+    addTab(new tabDlg(ui->tabWidget), row.placeholder < 0 ? row.number : tabMenuDlg::eTab(row.placeholder));
     const char* toolTip = present && row.presentToolTip ? row.presentToolTip : row.toolTip;
     menu.grey(row.number, QString::fromLatin1(row.greyIcon ? row.greyIcon : ""), tr(toolTip));
 }

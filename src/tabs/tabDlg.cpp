@@ -16,6 +16,10 @@ tabDlg::tabDlg(QWidget* parent)
     : QDialog(parent, Qt::WindowFlags())
     , m_caption(QStringLiteral("Zusettings"))
 {
+    // A page with a parent lives inside it, not in a window of its own; made
+    // so while it has no children, it is never moved again.
+    if (parent)
+        setWindowFlags(windowFlags() & ~Qt::WindowType_Mask);
     Dialogs::watchPresses();
 }
 
