@@ -9,6 +9,7 @@
 #include "simunit.h"
 
 #include <QAbstractEventDispatcher>
+#include <QProgressDialog>
 #include <QSlider>
 #include <QSpinBox>
 #include <QStyleOptionSlider>
@@ -83,6 +84,7 @@ private slots:
     void boxesDoNotStack();
     void exitWithBoxOpen_data();
     void exitWithBoxOpen();
+    void progressStaysUntilReset();
 };
 
 void TestDialogStorms::onePressOneBox_data()
@@ -239,6 +241,24 @@ void TestDialogStorms::exitWithBoxOpen()
     window.reset();
     const QStringList trace = ZuAuxSim::trace();
     QCOMPARE(trace.filter(QRegularExpression("^Get")).size(), trace.filter("_release()").size());
+}
+
+// Work under a progress dialog lets events through: neither Escape nor a
+// close request may take the dialog away and leave the page open to input.
+void TestDialogStorms::progressStaysUntilReset()
+{
+    QWidget window;
+    window.show();
+    Dialogs::Progress progress(&window, "Update progress", "Fetching data...", -1, 100);
+    progress.setValue(0);
+    QCoreApplication::processEvents(); // as the work does
+    auto* dialog = window.findChild<QProgressDialog*>();
+    QVERIFY(dialog && dialog->isVisible());
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    QVERIFY(!dialog->close());
+    QVERIFY(dialog->isVisible());
+    progress.reset();
+    QVERIFY(!dialog->isVisible());
 }
 
 QTEST_MAIN(TestDialogStorms)

@@ -3,6 +3,7 @@
 #include "hwsupport/ErrorReport.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QMouseEvent>
@@ -248,6 +249,21 @@ bool startDetached(const QString& program, const QStringList& arguments)
     return QProcess::startDetached(program, arguments);
 }
 
+namespace
+{
+// The work under a progress dialog cannot be stopped half-way: the dialog
+// stays until the work resets it, whatever Escape or the window manager ask.
+class SteadyProgressDialog : public QProgressDialog
+{
+public:
+    using QProgressDialog::QProgressDialog;
+    void reject() override { }
+
+protected:
+    void closeEvent(QCloseEvent* event) override { event->ignore(); }
+};
+} // namespace
+
 Progress::Progress(QWidget* parent, const QString& title, const QString& label, int minimum, int maximum)
 {
     if (recorder) {
@@ -255,7 +271,7 @@ Progress::Progress(QWidget* parent, const QString& title, const QString& label, 
             QStringLiteral("open %1: %2 (%3..%4)").arg(title, label).arg(minimum).arg(maximum));
         return;
     }
-    m_dialog = std::make_unique<QProgressDialog>(label, QString(), minimum, maximum, parent);
+    m_dialog = std::make_unique<SteadyProgressDialog>(label, QString(), minimum, maximum, parent);
     m_dialog->setCancelButton(nullptr);
     m_dialog->setWindowModality(Qt::ApplicationModal);
     m_dialog->setAutoReset(false);

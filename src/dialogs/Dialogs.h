@@ -63,7 +63,8 @@ bool startDetached(const QString& program, const QStringList& arguments);
 
 // An application-modal progress dialog without a cancel button, for work that
 // runs on the GUI thread and lets events through itself. It shows at once,
-// does not reset itself at the maximum and closes on reset().
+// does not reset itself at the maximum and closes on reset(), and only then:
+// Escape and close requests leave it open.
 class Progress
 {
 public:
