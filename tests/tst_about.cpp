@@ -14,6 +14,7 @@ class tst_about : public QObject
 {
     Q_OBJECT
 private slots:
+    void cleanup() { checkNoWindowLeft(); }
     void init() { resetUnit(); }
 
     void views_data();

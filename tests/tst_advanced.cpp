@@ -43,95 +43,107 @@ QString started(const QString& operation, const QString& file, int code = 0)
 
 void scenarios()
 {
-    QTest::newRow("FPGA programmed") << start("buttonProgFPGA", "fw.mcs")
-                                     << run({ started("startFpgaUpgrade", "fw.mcs") })
-                                     << Steps { "Dialogs.titles=Update progress | Update progress",
-                                            "Dialogs.started=", done }
-                                     << Steps { harm, updated };
-    QTest::newRow("FPGA verified without a question")
-        << start("buttonProgFPGA", "fw.mcs", true) << run({ started("startFpgaVerification", "fw.mcs") })
-        << Steps { "Dialogs.titles=Verify", "buttonProgFPGA.text=Verify FPGA",
-               "buttonProgFront.text=Verify Front uC", "buttonProgSS.text=Verify SS", done }
-        << Steps { verified };
-    QTest::newRow("captions back to programming")
-        << Steps { "tabAdvanced.show", "checkBox.checked=true", "checkBox.checked=false" } << Steps()
-        << Steps { "checkBox.text=Verify only", "buttonProgFPGA.text=Program FPGA",
-               "buttonProgFront.text=Program Front uC", "buttonProgSS.text=Program SS" }
-        << Steps();
-    QTest::newRow("update.HEX refused") << start("buttonProgFront", "update.HEX") << run({})
-                                        << Steps { "Dialogs.titles=Zusettings", "Dialogs.started=" }
-                                        << Steps { "The file to program must be a .hex file!" };
-    QTest::newRow("fw.MCS refused for verifying")
-        << start("buttonProgFPGA", "fw.MCS", true) << run({}) << Steps { "Dialogs.progress=" }
-        << Steps { "The file to verify must be a .mcs file!" };
-    QTest::newRow("front: No leaves the serial line")
-        << Steps { "Dialogs.answer=No" } + start("buttonProgFront", "fw.hex") << run({})
-        << Steps { "Dialogs.started=", "Dialogs.progress=" } << Steps { harm };
-    QTest::newRow("front verified, serial line freed first")
-        << start("buttonProgFront", "fw.hex", true) << run({ started("startFrontVerification", "fw.hex") })
-        << Steps { flashServer, done } << Steps { verified };
-    QTest::newRow("front start refused")
-        << Steps { "FirmwareUpgrade_startFrontUpgrade=13" } + start("buttonProgFront", "fw.hex")
-        << run({ started("startFrontUpgrade", "fw.hex", 13) }) << Steps { flashServer, "Dialogs.progress=" }
-        << Steps { harm, errorBox(13, "startFrontUpgrade") };
-    QTest::newRow("run ending in state 7")
-        << Steps { "Unit/UpgradeEndsWithError=12" } + start("buttonProgFPGA", "fw.mcs", true)
-        << run({ started("startFpgaVerification", "fw.mcs") })
-        << Steps { "Dialogs.titles=Update progress",
-               progress + "value 99 | label Done - ERROR | reset | close" }
-        << Steps { "Upgrade failed in state: Complete with error (99%). \nError: Flash verification failed" };
-    QTest::newRow("unreadable status ends the run")
-        << Steps { "FirmwareUpgrade_getUpgradeStatus=7" } + start("buttonProgFPGA", "fw.mcs", true)
-        << run({ started("startFpgaVerification", "fw.mcs") })
-        << Steps { progress + "value 0 | label Initiating | reset | close" }
-        << Steps {
-               "Upgrade failed in state: Initiating (0%). \nError: Communication with the controller failed"
-           };
-    QTest::newRow("SS on battery stops at the warning")
-        << Steps { "Battery/PowerSource=0" } + start("buttonProgSS", "fw.hex")
-        << run({ "Battery_getPowerSource() -> 0" })
-        << Steps { "Dialogs.titles=Warning. Battery Power", "Dialogs.started=", "Dialogs.progress=" }
-        << Steps { "Please use external power when updating SS!" };
-    QTest::newRow("SS programmed on external power")
-        << start("buttonProgSS", "fw.hex")
-        << run({ "Battery_getPowerSource() -> 0", started("startSSUpgrade", "fw.hex") })
-        << Steps { "Dialogs.titles=Update progress | Update progress", flashServer, done }
-        << Steps {
-               harmSS,
-               "Software update succeeded!\nPlease shut down or restart the OS for the update to take effect."
-           };
-    QTest::newRow("SS verified on battery")
-        << Steps { "Battery/PowerSource=0" } + start("buttonProgSS", "fw.hex", true)
-        << run({ started("startSSVerification", "fw.hex") })
-        << Steps { "Dialogs.titles=Verify | Verify", flashServer, done }
-        << Steps { "After verifying SS, the unit power must be turned off and then on again.\n\nIf you are "
-                   "verifying after an upgrade, or after another verification, the process may fail in the "
-                   "state preparing communication. In this case, it may work to retry.\n\nDo you want to "
-                   "continue?",
-               "Software verification succeeded!\nPlease shut down or restart the OS to restore SS in "
-               "operating state." };
-    QTest::addRow("SS refused for an %s", ordinaryUser)
-        << start("buttonProgSS", "fw.hex") << run({}) << Steps { "Dialogs.started=", "Dialogs.progress=" }
-        << Steps { errorBox(1, "This operation requires superuser priviledges") };
-    QTest::newRow("file chooser starts in the last folder")
-        << Steps { "Dialogs.file=" + dir + "/fw.hex", "buttonFile.click", "buttonFile.click" } << Steps()
-        << Steps { "editFileName.text=" + dir + "/fw.hex", "Dialogs.folders= | " + dir } << Steps();
-    QTest::newRow("shutdown refused")
-        << Steps { "FirmwareUpgrade_shutDown=19", "buttonShutdown.click" }
-        << Steps { "FirmwareUpgrade_shutDown() -> 19" } << Steps() << Steps { errorBox(19, "shutDown") };
+    row("FPGA programmed",
+        { .steps = start("buttonProgFPGA", "fw.mcs"),
+            .calls = run({ started("startFpgaUpgrade", "fw.mcs") }),
+            .state = { "Dialogs.titles=Update progress | Update progress", "Dialogs.started=", done },
+            .boxes = { harm, updated } });
+    row("FPGA verified without a question",
+        { .steps = start("buttonProgFPGA", "fw.mcs", true),
+            .calls = run({ started("startFpgaVerification", "fw.mcs") }),
+            .state = { "Dialogs.titles=Verify", "buttonProgFPGA.text=Verify FPGA",
+                "buttonProgFront.text=Verify Front uC", "buttonProgSS.text=Verify SS", done },
+            .boxes = { verified } });
+    row("captions back to programming",
+        { .steps = { "tabAdvanced.show", "checkBox.checked=true", "checkBox.checked=false" },
+            .state = { "checkBox.text=Verify only", "buttonProgFPGA.text=Program FPGA",
+                "buttonProgFront.text=Program Front uC", "buttonProgSS.text=Program SS" } });
+    row("update.HEX refused",
+        { .steps = start("buttonProgFront", "update.HEX"),
+            .calls = run({}),
+            .state = { "Dialogs.titles=Zusettings", "Dialogs.started=" },
+            .boxes = { "The file to program must be a .hex file!" } });
+    row("fw.MCS refused for verifying",
+        { .steps = start("buttonProgFPGA", "fw.MCS", true),
+            .calls = run({}),
+            .state = { "Dialogs.progress=" },
+            .boxes = { "The file to verify must be a .mcs file!" } });
+    row("front: No leaves the serial line",
+        { .steps = Steps { "Dialogs.answer=No" } + start("buttonProgFront", "fw.hex"),
+            .calls = run({}),
+            .state = { "Dialogs.started=", "Dialogs.progress=" },
+            .boxes = { harm } });
+    row("front verified, serial line freed first",
+        { .steps = start("buttonProgFront", "fw.hex", true),
+            .calls = run({ started("startFrontVerification", "fw.hex") }),
+            .state = { flashServer, done },
+            .boxes = { verified } });
+    row("front start refused",
+        { .steps = Steps { "FirmwareUpgrade_startFrontUpgrade=13" } + start("buttonProgFront", "fw.hex"),
+            .calls = run({ started("startFrontUpgrade", "fw.hex", 13) }),
+            .state = { flashServer, "Dialogs.progress=" },
+            .boxes = { harm, "Error(13) in startFrontUpgrade: Busy, another operation is in progress" } });
+    row("run ending in state 7",
+        { .steps = Steps { "Unit/UpgradeEndsWithError=12" } + start("buttonProgFPGA", "fw.mcs", true),
+            .calls = run({ started("startFpgaVerification", "fw.mcs") }),
+            .state = { "Dialogs.titles=Update progress",
+                progress + "value 99 | label Done - ERROR | reset | close" },
+            .boxes
+            = { "Upgrade failed in state: Complete with error (99%). \nError: Flash verification failed" } });
+    row("unreadable status ends the run",
+        { .steps = Steps { "FirmwareUpgrade_getUpgradeStatus=7" } + start("buttonProgFPGA", "fw.mcs", true),
+            .calls = run({ started("startFpgaVerification", "fw.mcs") }),
+            .state = { progress + "value 0 | label Initiating | reset | close" },
+            .boxes = { "Upgrade failed in state: Initiating (0%). \nError: Communication with the controller "
+                       "failed" } });
+    row("SS on battery stops at the warning",
+        { .steps = Steps { "Battery/PowerSource=0" } + start("buttonProgSS", "fw.hex"),
+            .calls = run({ "Battery_getPowerSource() -> 0" }),
+            .state = { "Dialogs.titles=Warning. Battery Power", "Dialogs.started=", "Dialogs.progress=" },
+            .boxes = { "Please use external power when updating SS!" } });
+    row("SS programmed on external power",
+        { .steps = start("buttonProgSS", "fw.hex"),
+            .calls = run({ "Battery_getPowerSource() -> 0", started("startSSUpgrade", "fw.hex") }),
+            .state = { "Dialogs.titles=Update progress | Update progress", flashServer, done },
+            .boxes = { harmSS,
+                "Software update succeeded!\nPlease shut down or restart the OS for the update to take "
+                "effect." } });
+    row("SS verified on battery",
+        { .steps = Steps { "Battery/PowerSource=0" } + start("buttonProgSS", "fw.hex", true),
+            .calls = run({ started("startSSVerification", "fw.hex") }),
+            .state = { "Dialogs.titles=Verify | Verify", flashServer, done },
+            .boxes
+            = { "After verifying SS, the unit power must be turned off and then on again.\n\nIf you are "
+                "verifying after an upgrade, or after another verification, the process may fail in the "
+                "state preparing communication. In this case, it may work to retry.\n\nDo you want to "
+                "continue?",
+                "Software verification succeeded!\nPlease shut down or restart the OS to restore SS in "
+                "operating state." } });
+    row(QLatin1String("SS refused for an ") + ordinaryUser,
+        { .steps = start("buttonProgSS", "fw.hex"),
+            .calls = run({}),
+            .state = { "Dialogs.started=", "Dialogs.progress=" },
+            .boxes = { "Error(1) in This operation requires superuser priviledges: Operation failed" } });
+    row("file chooser starts in the last folder",
+        { .steps = { "Dialogs.file=" + dir + "/fw.hex", "buttonFile.click", "buttonFile.click" },
+            .state = { "editFileName.text=" + dir + "/fw.hex", "Dialogs.folders= | " + dir } });
+    row("shutdown refused",
+        { .steps = { "FirmwareUpgrade_shutDown=19", "buttonShutdown.click" },
+            .calls = { "FirmwareUpgrade_shutDown() -> 19" },
+            .boxes = { "Error(19) in shutDown: Hardware fault" } });
     const QString reset
         = "This operation will reset all settings to the factory default state.\n\nThis includes "
           "settings that are only available from the API and not from Zusettings\n\nDo you "
           "want to continue?";
-    QTest::newRow("defaults: No writes nothing")
-        << Steps { "Dialogs.answer=No", "buttonDefaults.click" } << Steps() << Steps() << Steps { reset };
+    row("defaults: No writes nothing",
+        { .steps = { "Dialogs.answer=No", "buttonDefaults.click" }, .boxes = { reset } });
     // The writer's last steps are the touch screen's modes.
-    QTest::newRow("defaults written")
-        << Steps { "buttonDefaults.click" }
-        << Steps { "TouchScreen_setMode(3) -> 0", "TouchScreen_setMode(2) -> 0",
-               "TouchScreen_setMode(3) -> 0" }
-        << Steps { "Dialogs.titles=Default Settings | Default Settings" }
-        << Steps { reset, "Operation complete. Restart the system for all settings to take effect." };
+    row("defaults written",
+        { .steps = { "buttonDefaults.click" },
+            .calls
+            = { "TouchScreen_setMode(3) -> 0", "TouchScreen_setMode(2) -> 0", "TouchScreen_setMode(3) -> 0" },
+            .state = { "Dialogs.titles=Default Settings | Default Settings" },
+            .boxes = { reset, "Operation complete. Restart the system for all settings to take effect." } });
 }
 } // namespace
 

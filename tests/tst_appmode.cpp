@@ -1,4 +1,5 @@
 #include "app/MainWindowSetup.h"
+#include "pagecheck.h"
 #include "program/AppMode.h"
 #include "simunit.h"
 
@@ -7,17 +8,18 @@
 
 Q_DECLARE_METATYPE(AppMode)
 
-class TestAppMode : public QObject
+class tst_appmode : public QObject
 {
     Q_OBJECT
 private slots:
+    void cleanup() { checkNoWindowLeft(); }
     void mode_data();
     void mode();
     void mainWindow_data();
     void mainWindow();
 };
 
-void TestAppMode::mode_data()
+void tst_appmode::mode_data()
 {
     QTest::addColumn<QByteArrayList>("args");
     QTest::addColumn<AppMode>("expected");
@@ -34,7 +36,7 @@ void TestAppMode::mode_data()
     QTest::newRow("defaults, longer word") << QByteArrayList { "--factorydefaults" } << AppMode::Interactive;
 }
 
-void TestAppMode::mode()
+void tst_appmode::mode()
 {
     QFETCH(QByteArrayList, args);
     QFETCH(AppMode, expected);
@@ -45,7 +47,7 @@ void TestAppMode::mode()
     QCOMPARE(chooseMode(int(argv.size()) - 1, argv.data()), expected);
 }
 
-void TestAppMode::mainWindow_data()
+void tst_appmode::mainWindow_data()
 {
     QTest::addColumn<QRect>("screen");
     QTest::addColumn<QMargins>("expected");
@@ -54,7 +56,7 @@ void TestAppMode::mainWindow_data()
     QTest::newRow("480 x 272") << QRect(0, 0, 480, 272) << QMargins(0, 0, 0, 0);
 }
 
-void TestAppMode::mainWindow()
+void tst_appmode::mainWindow()
 {
     QFETCH(QRect, screen);
     QFETCH(QMargins, expected);
@@ -69,5 +71,5 @@ void TestAppMode::mainWindow()
     QCOMPARE(callsTo("ZuAuxPrivate_release").size(), callsTo("GetZuAuxPrivate").size());
 }
 
-QTEST_MAIN(TestAppMode)
+QTEST_MAIN(tst_appmode)
 #include "tst_appmode.moc"

@@ -16,6 +16,7 @@ class tst_batterymonitor : public QObject
 {
     Q_OBJECT
 private slots:
+    void cleanup() { checkNoWindowLeft(); }
     void cycle_data();
     void cycle();
     void stopsInLongWait();

@@ -21,6 +21,7 @@ class tst_buttons : public QObject
 {
     Q_OBJECT
 private slots:
+    void cleanup() { checkNoWindowLeft(); }
     void initTestCase();
     void functions_data();
     void functions();

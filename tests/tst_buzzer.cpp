@@ -7,30 +7,29 @@ namespace
 {
 void scenarios()
 {
-    QTest::newRow("volume 60 shows and writes 51")
-        << Steps { "Buzzer/Volume=60", "Buzzer/Trigger=1", "tabBuzzer.show" }
-        << Steps { "Buzzer_setFrequency(2000) -> 0", "Buzzer_setVolume(51) -> 0",
-               "Buzzer_setTrigger(1) -> 0" }
-        << Steps { "sliderVol.value=51", "labelVolume.text=Volume\n 51", "labelFreq.text=Freq\n 2000 Hz",
-               "buttonOn.checked=true", "buttonOn.text=On" }
-        << Steps();
+    row("volume 60 shows and writes 51",
+        { .steps = { "Buzzer/Volume=60", "Buzzer/Trigger=1", "tabBuzzer.show" },
+            .calls
+            = { "Buzzer_setFrequency(2000) -> 0", "Buzzer_setVolume(51) -> 0", "Buzzer_setTrigger(1) -> 0" },
+            .state = { "sliderVol.value=51", "labelVolume.text=Volume\n 51", "labelFreq.text=Freq\n 2000 Hz",
+                "buttonOn.checked=true", "buttonOn.text=On" } });
     // The second showing finds the controls matching the unit.
-    QTest::newRow("frequency 500 shows 700, writes nothing")
-        << Steps { "Buzzer/Frequency=500", "Buzzer/Volume=0", "tabBuzzer.show", "tabBuzzer.hide",
-               "tabBuzzer.show" }
-        << Steps() << Steps { "sliderFreq.value=700", "labelFreq.text=Freq\n 700 Hz", "buttonOn.text=Off" }
-        << Steps();
-    QTest::newRow("no trigger, volume unreadable")
-        << Steps { "Buzzer_getFrequency=2", "Buzzer_getVolume=7", "Buzzer_getTrigger=2", "tabBuzzer.show" }
-        << Steps() << Steps { "sliderFreq.visible=false", "sliderVol.visible=true", "buttonOn.visible=false" }
-        << Steps { errorBox(7, "getVolume") };
+    row("frequency 500 shows 700, writes nothing",
+        { .steps = { "Buzzer/Frequency=500", "Buzzer/Volume=0", "tabBuzzer.show", "tabBuzzer.hide",
+              "tabBuzzer.show" },
+            .state = { "sliderFreq.value=700", "labelFreq.text=Freq\n 700 Hz", "buttonOn.text=Off" } });
+    row("no trigger, volume unreadable",
+        { .steps = { "Buzzer_getFrequency=2", "Buzzer_getVolume=7", "Buzzer_getTrigger=2", "tabBuzzer.show" },
+            .state = { "sliderFreq.visible=false", "sliderVol.visible=true", "buttonOn.visible=false" },
+            .boxes = { "Error(7) in getVolume: Communication with the controller failed" } });
     // A refused switch leaves the button as the user put it, with its old caption.
-    QTest::newRow("on, then off refused")
-        << Steps { "Buzzer/Volume=0", "tabBuzzer.show", "buttonOn.click", "Buzzer_setTrigger=15",
-               "buttonOn.click" }
-        << Steps { "Buzzer_setFrequency(2000) -> 0", "Buzzer_setTrigger(1) -> 0",
-               "Buzzer_setTrigger(0) -> 15" }
-        << Steps { "buttonOn.checked=false", "buttonOn.text=On" } << Steps { errorBox(15, "setTrigger") };
+    row("on, then off refused",
+        { .steps = { "Buzzer/Volume=0", "tabBuzzer.show", "buttonOn.click", "Buzzer_setTrigger=15",
+              "buttonOn.click" },
+            .calls
+            = { "Buzzer_setFrequency(2000) -> 0", "Buzzer_setTrigger(1) -> 0", "Buzzer_setTrigger(0) -> 15" },
+            .state = { "buttonOn.checked=false", "buttonOn.text=On" },
+            .boxes = { "Error(15) in setTrigger: Access denied" } });
 }
 } // namespace
 

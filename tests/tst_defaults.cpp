@@ -63,10 +63,13 @@ void tst_defaults::unitKinds_data()
                "Power_setCanPowerStatus(0)", "Power_setVideoPowerStatus(0)",
                "Telematics_setGPRSPowerStatus(0)", "Telematics_setGPRSStartUpPowerStatus(0)",
                "Telematics_setGPSPowerStatus(0)", "Telematics_setGPSStartUpPowerStatus(0)" }
-        << QStringList { errorBox(3, "setIntensity"), errorBox(19, "setBaudrate CAN1"),
-               errorBox(19, "setBaudrate CAN2"), errorBox(18, "Config_setButtonFunction"),
-               errorBox(18, "Config_setButtonFunction"), errorBox(18, "Config_setButtonFunction"),
-               errorBox(9, "setGPSStartUpPowerStatus") };
+        << QStringList { "Error(3) in setIntensity: Invalid handle",
+               "Error(19) in setBaudrate CAN1: Hardware fault",
+               "Error(19) in setBaudrate CAN2: Hardware fault",
+               "Error(18) in Config_setButtonFunction: Value not available",
+               "Error(18) in Config_setButtonFunction: Value not available",
+               "Error(18) in Config_setButtonFunction: Value not available",
+               "Error(9) in setGPSStartUpPowerStatus: Could not open file" };
     QTest::newRow("no CAN, no suspend, no telematics")
         << QStringList { "About/NrOfCANConnections=0", "About/NrOfVideoConnections=0", "About/NrOfButtons=0",
                "About/NrOfCfgInConnections=0", "About/NrOfPWMOutConnections=0", "Unit/TelematicsAvailable=0",

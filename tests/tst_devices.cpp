@@ -3,6 +3,7 @@
 // from the receiver, AT answers from the modem, and the Telematics page that
 // finds both.
 #include "dialogs/Dialogs.h"
+#include "pagecheck.h"
 #include "simunit.h"
 #include "tabs/tabTelematicsDlg.h"
 #include "telematics/nmeadecoder.h"
@@ -71,6 +72,7 @@ class tst_devices : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup() { checkNoWindowLeft(); }
     void initTestCase() { resetUnit(); }
 
     void started()

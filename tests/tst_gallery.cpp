@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-class TestGallery : public QObject
+class tst_gallery : public QObject
 {
     Q_OBJECT
 private slots:
@@ -14,7 +14,7 @@ private slots:
     void profile();
 };
 
-void TestGallery::profile_data()
+void tst_gallery::profile_data()
 {
     QTest::addColumn<QString>("profile");
     QTest::addColumn<int>("pages");
@@ -26,7 +26,7 @@ void TestGallery::profile_data()
     QTest::newRow("faulty") << "faulty" << 16;
 }
 
-void TestGallery::profile()
+void tst_gallery::profile()
 {
     QFETCH(QString, profile);
     QFETCH(int, pages);
@@ -57,5 +57,5 @@ void TestGallery::profile()
     }
 }
 
-QTEST_GUILESS_MAIN(TestGallery)
+QTEST_GUILESS_MAIN(tst_gallery)
 #include "tst_gallery.moc"

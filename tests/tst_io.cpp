@@ -11,29 +11,27 @@ const QString hertz1 = QStringLiteral("PWMOut/PWMOutputChannelFrequency_1=");
 
 void inputs()
 {
-    QTest::newRow("built as the unit has it, mode 9 as Not in use, nothing written")
-        << Steps { "CfgIn/CfgInMode_1=4", "CfgIn/CfgInMode_2=9", "CfgIn/MinFrequencyThreshold_2=2.5",
-               "build" }
-        << Steps()
-        << Steps { "comboBoxCI_1.currentText=Voltage 5V", "comboBoxCI_2.currentIndex=0",
-               "comboBoxCI_2.count=9", "doubleSpinBox1.value=1", "doubleSpinBox2.value=2.5" }
-        << Steps();
-    QTest::newRow("unreadable modes and thresholds when built")
-        << Steps { "CfgIn_getCfgInMode=7", "CfgIn_getMinFrequencyThreshold=6", "build" } << Steps()
-        << Steps { "comboBoxCI_1.currentIndex=0" }
-        << Steps { errorBox(7, "CfgIn_getCfgInMode"), errorBox(7, "CfgIn_getCfgInMode"),
-               errorBox(6, "getMinFrequencyThreshold"), errorBox(6, "getMinFrequencyThreshold") };
-    QTest::newRow("changes write at once")
-        << Steps { "comboBoxCI_1.currentIndex=6", "doubleSpinBox2.value=12.5" }
-        << Steps { "CfgIn_setCfgInMode(1, 6) -> 0", "CfgIn_setMinFrequencyThreshold(2, 12.5) -> 0" }
-        << Steps() << Steps();
-    QTest::newRow("refusals") << Steps { "CfgIn_setCfgInMode=19", "CfgIn_setMinFrequencyThreshold=4",
-        "comboBoxCI_2.currentIndex=1", "doubleSpinBox1.value=3" }
-                              << Steps { "CfgIn_setCfgInMode(2, 1) -> 19",
-                                     "CfgIn_setMinFrequencyThreshold(1, 3) -> 4" }
-                              << Steps()
-                              << Steps { errorBox(19, "setCfgInMode"),
-                                     errorBox(4, "setMinFrequencyThreshold") };
+    row("built as the unit has it, mode 9 as Not in use, nothing written",
+        { .steps
+            = { "CfgIn/CfgInMode_1=4", "CfgIn/CfgInMode_2=9", "CfgIn/MinFrequencyThreshold_2=2.5", "build" },
+            .state = { "comboBoxCI_1.currentText=Voltage 5V", "comboBoxCI_2.currentIndex=0",
+                "comboBoxCI_2.count=9", "doubleSpinBox1.value=1", "doubleSpinBox2.value=2.5" } });
+    row("unreadable modes and thresholds when built",
+        { .steps = { "CfgIn_getCfgInMode=7", "CfgIn_getMinFrequencyThreshold=6", "build" },
+            .state = { "comboBoxCI_1.currentIndex=0" },
+            .boxes = { "Error(7) in CfgIn_getCfgInMode: Communication with the controller failed",
+                "Error(7) in CfgIn_getCfgInMode: Communication with the controller failed",
+                "Error(6) in getMinFrequencyThreshold: Timeout, the controller did not answer",
+                "Error(6) in getMinFrequencyThreshold: Timeout, the controller did not answer" } });
+    row("changes write at once",
+        { .steps = { "comboBoxCI_1.currentIndex=6", "doubleSpinBox2.value=12.5" },
+            .calls = { "CfgIn_setCfgInMode(1, 6) -> 0", "CfgIn_setMinFrequencyThreshold(2, 12.5) -> 0" } });
+    row("refusals",
+        { .steps = { "CfgIn_setCfgInMode=19", "CfgIn_setMinFrequencyThreshold=4",
+              "comboBoxCI_2.currentIndex=1", "doubleSpinBox1.value=3" },
+            .calls = { "CfgIn_setCfgInMode(2, 1) -> 19", "CfgIn_setMinFrequencyThreshold(1, 3) -> 4" },
+            .boxes = { "Error(19) in setCfgInMode: Hardware fault",
+                "Error(4) in setMinFrequencyThreshold: Invalid parameter" } });
 
     // One refresh tick with input 1 in a mode; the reading as the field shows it.
     const Steps tick { "tabIO.updatePWMOutStatus" };
@@ -53,86 +51,91 @@ void inputs()
             "12.3 Hz 40 %", {} },
         { "mode 9 shows nothing", { "CfgIn/CfgInMode_1=9" }, "", {} },
         { "value unreadable", { "CfgIn/CfgInMode_1=4", "CfgIn_getValue=7" }, "error!",
-            { errorBox(7, "CfgIn_getValue") } },
+            { "Error(7) in CfgIn_getValue: Communication with the controller failed" } },
         { "frequency unreadable", { "CfgIn/CfgInMode_1=8", "CfgIn_getPwmValue=6" }, "error!",
-            { errorBox(6, "CfgIn_getPwmValue") } },
+            { "Error(6) in CfgIn_getPwmValue: Timeout, the controller did not answer" } },
     };
     for (const auto& reading : readings)
-        QTest::addRow("reading: %s", reading.name)
-            << reading.unit + tick << Steps() << Steps { "lineEditCI_1.text=" + reading.shown }
-            << reading.errors;
-    QTest::newRow("reading: Not in use clears the field")
-        << Steps { "CfgIn/CfgInMode_2=5", "CfgIn/Value_2=330", "build" } + tick
-            + Steps { "comboBoxCI_2.currentIndex=0" } + tick
-        << Steps { "CfgIn_setCfgInMode(2, 0) -> 0" } << Steps { "lineEditCI_2.text=" } << Steps();
-    QTest::newRow("reading: mode unreadable leaves the fields")
-        << Steps { "CfgIn/CfgInMode_1=5", "CfgIn/Value_1=330" } + tick + Steps { "CfgIn_getCfgInMode=7" }
-            + tick
-        << Steps() << Steps { "lineEditCI_1.text=330 Ohm" }
-        << Steps { errorBox(7, "getCfgInMode"), errorBox(7, "getCfgInMode") };
+        row(QLatin1String("reading: ") + reading.name,
+            { .steps = reading.unit + tick,
+                .state = { "lineEditCI_1.text=" + reading.shown },
+                .boxes = reading.errors });
+    row("reading: Not in use clears the field",
+        { .steps = Steps { "CfgIn/CfgInMode_2=5", "CfgIn/Value_2=330", "build" } + tick
+                + Steps { "comboBoxCI_2.currentIndex=0" } + tick,
+            .calls = { "CfgIn_setCfgInMode(2, 0) -> 0" },
+            .state = { "lineEditCI_2.text=" } });
+    row("reading: mode unreadable leaves the fields",
+        { .steps = Steps { "CfgIn/CfgInMode_1=5", "CfgIn/Value_1=330" } + tick
+                + Steps { "CfgIn_getCfgInMode=7" } + tick,
+            .state = { "lineEditCI_1.text=330 Ohm" },
+            .boxes = { "Error(7) in getCfgInMode: Communication with the controller failed",
+                "Error(7) in getCfgInMode: Communication with the controller failed" } });
 }
 
 void outputs()
 {
     // A slider set from a reading writes the whole hertz back.
-    QTest::newRow("shown: channel 1 with the echo of its sliders")
-        << Steps { duty1 + "40", hertz1 + "250.5", "tabIO.show" }
-        << Steps { "PWMOut_setPWMOutputChannelDutyCycle(1, 40) -> 0",
-               "PWMOut_setPWMOutputChannelFrequency(1, 250) -> 0" }
-        << Steps { "sliderDC.value=40", "labelDC_Value.text=40 %", "labelDC_Value.visible=true",
-               "sliderHZ.value=250", "labelHZ_Value.text=250 Hz", "labelHZ_Value.visible=true",
-               "timer.active=true", "timer.interval=500" }
-        << Steps();
-    QTest::newRow("duty 0 and 0.0 Hz hide both values")
-        << Steps { duty1 + "30", hertz1 + "100", "tabIO.show", duty1 + "0", hertz1 + "0",
-               "tabIO.updatePWMOutStatus" }
-        << Steps { "PWMOut_setPWMOutputChannelDutyCycle(1, 30) -> 0",
-               "PWMOut_setPWMOutputChannelFrequency(1, 100) -> 0",
-               "PWMOut_setPWMOutputChannelDutyCycle(1, 0) -> 0",
-               "PWMOut_setPWMOutputChannelFrequency(1, 0) -> 0" }
-        << Steps { "sliderDC.value=0", "labelDC_Value.visible=false", "sliderHZ.value=0",
-               "labelHZ_Value.visible=false" }
-        << Steps();
-    QTest::newRow("PWM 2 leaves channel 1 alone")
-        << Steps { duty1 + "10", "PWMOut/PWMOutputChannelDutyCycle_2=75",
-               "PWMOut/PWMOutputChannelFrequency_2=1000", "tabIO.show", "checkBox_PWM2.click",
-               "sliderDC.value=60", "sliderHZ.value=4000" }
-        << Steps { "PWMOut_setPWMOutputChannelDutyCycle(1, 10) -> 0",
-               "PWMOut_setPWMOutputChannelDutyCycle(2, 75) -> 0",
-               "PWMOut_setPWMOutputChannelFrequency(2, 1000) -> 0",
-               "PWMOut_setPWMOutputChannelDutyCycle(2, 60) -> 0",
-               "PWMOut_setPWMOutputChannelFrequency(2, 4000) -> 0" }
-        << Steps { "checkBox_PWM1.checked=false", "labelDC_Value.text=60 %", "labelHZ_Value.text=4000 Hz" }
-        << Steps();
-    QTest::newRow("Off shows what the output does then")
-        << Steps { duty1 + "40", "tabIO.show", "pwmOffButton.click" }
-        << Steps { "PWMOut_setPWMOutputChannelDutyCycle(1, 40) -> 0", "PWMOut_setPWMOutOff(1) -> 0",
-               "PWMOut_setPWMOutputChannelDutyCycle(1, 0) -> 0" }
-        << Steps { "sliderDC.value=0", "labelDC_Value.visible=false" } << Steps();
-    QTest::newRow("refusals under their names")
-        << Steps { "PWMOut_setPWMOutOff=19", "PWMOut_setPWMOutputChannelDutyCycle=7",
-               "PWMOut_setPWMOutputChannelFrequency=4", "tabIO.show", "pwmOffButton.click",
-               "sliderDC.value=20", "sliderHZ.value=900" }
-        << Steps { "PWMOut_setPWMOutOff(1) -> 19", "PWMOut_setPWMOutputChannelDutyCycle(1, 20) -> 7",
-               "PWMOut_setPWMOutputChannelFrequency(1, 900) -> 4" }
-        << Steps { "labelDC_Value.visible=false" }
-        << Steps { errorBox(19, "setPWMOff"), errorBox(7, "setPWMOutputChannelDutyCycle"),
-               errorBox(4, "setPWMOutputChannelFrequency") };
-    QTest::newRow("unreadable frequency told as the duty cycle")
-        << Steps { "PWMOut_getPWMOutputChannelFrequency=7", "tabIO.show" } << Steps() << Steps()
-        << Steps { errorBox(7, "getPWMOutputChannelDutyCycle") };
-    QTest::newRow("fault pictures") << Steps { "PWMOut/PWMOutputStatus=2", "tabIO.show",
-        "tabIO.updatePWMOutStatus" } << Steps()
-                                    << Steps { "fail_1.toolTip=No fault", "fail_2.toolTip=Output fault" }
-                                    << Steps();
-    QTest::newRow("unreadable status stops polling until shown again")
-        << Steps { "tabIO.show", "PWMOut_getPWMOutputStatus=7", "tabIO.updatePWMOutStatus" } << Steps()
-        << Steps { "timer.active=false", "fail_1.toolTip=" } << Steps { errorBox(7, "getPWMOutputStatus") };
-    QTest::newRow("polling again on the next showing") << Steps {
-        "tabIO.show", "PWMOut_getPWMOutputStatus=7", "tabIO.updatePWMOutStatus", "tabIO.hide", "tabIO.show"
-    } << Steps() << Steps { "timer.active=true" } << Steps { errorBox(7, "getPWMOutputStatus") };
-    QTest::newRow("no polling while hidden")
-        << Steps { "tabIO.show", "tabIO.hide" } << Steps() << Steps { "timer.active=false" } << Steps();
+    row("shown: channel 1 with the echo of its sliders",
+        { .steps = { duty1 + "40", hertz1 + "250.5", "tabIO.show" },
+            .calls = { "PWMOut_setPWMOutputChannelDutyCycle(1, 40) -> 0",
+                "PWMOut_setPWMOutputChannelFrequency(1, 250) -> 0" },
+            .state = { "sliderDC.value=40", "labelDC_Value.text=40 %", "labelDC_Value.visible=true",
+                "sliderHZ.value=250", "labelHZ_Value.text=250 Hz", "labelHZ_Value.visible=true",
+                "timer.active=true", "timer.interval=500" } });
+    row("duty 0 and 0.0 Hz hide both values",
+        { .steps = { duty1 + "30", hertz1 + "100", "tabIO.show", duty1 + "0", hertz1 + "0",
+              "tabIO.updatePWMOutStatus" },
+            .calls = { "PWMOut_setPWMOutputChannelDutyCycle(1, 30) -> 0",
+                "PWMOut_setPWMOutputChannelFrequency(1, 100) -> 0",
+                "PWMOut_setPWMOutputChannelDutyCycle(1, 0) -> 0",
+                "PWMOut_setPWMOutputChannelFrequency(1, 0) -> 0" },
+            .state = { "sliderDC.value=0", "labelDC_Value.visible=false", "sliderHZ.value=0",
+                "labelHZ_Value.visible=false" } });
+    row("PWM 2 leaves channel 1 alone",
+        { .steps = { duty1 + "10", "PWMOut/PWMOutputChannelDutyCycle_2=75",
+              "PWMOut/PWMOutputChannelFrequency_2=1000", "tabIO.show", "checkBox_PWM2.click",
+              "sliderDC.value=60", "sliderHZ.value=4000" },
+            .calls = { "PWMOut_setPWMOutputChannelDutyCycle(1, 10) -> 0",
+                "PWMOut_setPWMOutputChannelDutyCycle(2, 75) -> 0",
+                "PWMOut_setPWMOutputChannelFrequency(2, 1000) -> 0",
+                "PWMOut_setPWMOutputChannelDutyCycle(2, 60) -> 0",
+                "PWMOut_setPWMOutputChannelFrequency(2, 4000) -> 0" },
+            .state
+            = { "checkBox_PWM1.checked=false", "labelDC_Value.text=60 %", "labelHZ_Value.text=4000 Hz" } });
+    row("Off shows what the output does then",
+        { .steps = { duty1 + "40", "tabIO.show", "pwmOffButton.click" },
+            .calls = { "PWMOut_setPWMOutputChannelDutyCycle(1, 40) -> 0", "PWMOut_setPWMOutOff(1) -> 0",
+                "PWMOut_setPWMOutputChannelDutyCycle(1, 0) -> 0" },
+            .state = { "sliderDC.value=0", "labelDC_Value.visible=false" } });
+    row("refusals under their names",
+        { .steps = { "PWMOut_setPWMOutOff=19", "PWMOut_setPWMOutputChannelDutyCycle=7",
+              "PWMOut_setPWMOutputChannelFrequency=4", "tabIO.show", "pwmOffButton.click",
+              "sliderDC.value=20", "sliderHZ.value=900" },
+            .calls = { "PWMOut_setPWMOutOff(1) -> 19", "PWMOut_setPWMOutputChannelDutyCycle(1, 20) -> 7",
+                "PWMOut_setPWMOutputChannelFrequency(1, 900) -> 4" },
+            .state = { "labelDC_Value.visible=false" },
+            .boxes = { "Error(19) in setPWMOff: Hardware fault",
+                "Error(7) in setPWMOutputChannelDutyCycle: Communication with the controller failed",
+                "Error(4) in setPWMOutputChannelFrequency: Invalid parameter" } });
+    row("unreadable frequency told as the duty cycle",
+        { .steps = { "PWMOut_getPWMOutputChannelFrequency=7", "tabIO.show" },
+            .boxes
+            = { "Error(7) in getPWMOutputChannelDutyCycle: Communication with the controller failed" } });
+    row("fault pictures",
+        { .steps = { "PWMOut/PWMOutputStatus=2", "tabIO.show", "tabIO.updatePWMOutStatus" },
+            .state = { "fail_1.toolTip=No fault", "fail_2.toolTip=Output fault" } });
+    row("unreadable status stops polling until shown again",
+        { .steps = { "tabIO.show", "PWMOut_getPWMOutputStatus=7", "tabIO.updatePWMOutStatus" },
+            .state = { "timer.active=false", "fail_1.toolTip=" },
+            .boxes = { "Error(7) in getPWMOutputStatus: Communication with the controller failed" } });
+    row("polling again on the next showing",
+        { .steps = { "tabIO.show", "PWMOut_getPWMOutputStatus=7", "tabIO.updatePWMOutStatus", "tabIO.hide",
+              "tabIO.show" },
+            .state = { "timer.active=true" },
+            .boxes = { "Error(7) in getPWMOutputStatus: Communication with the controller failed" } });
+    row("no polling while hidden",
+        { .steps = { "tabIO.show", "tabIO.hide" }, .state = { "timer.active=false" } });
 }
 
 void scenarios()

@@ -13,69 +13,68 @@ void scenarios()
     // The temporary handle that asks for the dimming is given back each time.
     const Steps dimmingAsked { "GetBacklight()", "Backlight_release()" };
 
-    QTest::newRow("show, 45 Hz as 30 at slider 300")
-        << Steps { "FrontLED/EnabledDuringStartup=1", "FrontLED/SignalFrequency=45", "tabLED.show" }
-        << Steps()
-        << Steps { "buttonOff.checked=false", "buttonOff.text=Off", "label_8.text=Intensity",
-               "buttonColorpick.visible=false", "comboBoxColor.currentText=12", "sliderFreq.value=300",
-               "labelFreq.text=Freq\n 30 Hz", "spinBoxPulses.value=3", "spinBoxIdleTime.value=500",
-               "checkEnFrontLED.checked=true" }
-        << Steps();
-    QTest::newRow("0.15 Hz shows 0.2 at slider 4")
-        << Steps { "FrontLED/SignalFrequency=0.15", "FrontLED/SignalDutyCycle=50", "tabLED.show" } << Steps()
-        << on
-            + Steps { "sliderFreq.value=4", "labelFreq.text=Freq\n 0.2 Hz",
-                  "labelDutyC.text=Duty cycle\n 50% on" }
-        << Steps();
+    row("show, 45 Hz as 30 at slider 300",
+        { .steps = { "FrontLED/EnabledDuringStartup=1", "FrontLED/SignalFrequency=45", "tabLED.show" },
+            .state = { "buttonOff.checked=false", "buttonOff.text=Off", "label_8.text=Intensity",
+                "buttonColorpick.visible=false", "comboBoxColor.currentText=12", "sliderFreq.value=300",
+                "labelFreq.text=Freq\n 30 Hz", "spinBoxPulses.value=3", "spinBoxIdleTime.value=500",
+                "checkEnFrontLED.checked=true" } });
+    row("0.15 Hz shows 0.2 at slider 4",
+        { .steps = { "FrontLED/SignalFrequency=0.15", "FrontLED/SignalDutyCycle=50", "tabLED.show" },
+            .state = on
+                + Steps { "sliderFreq.value=4", "labelFreq.text=Freq\n 0.2 Hz",
+                    "labelDutyC.text=Duty cycle\n 50% on" } });
     // Code 2 hides a control without a word; other failures are reported.
-    QTest::newRow("failing reads") << Steps { "FrontLED_getSignal=2", "FrontLED_getColor=7",
-        "FrontLED_getNrOfPulses=6", "FrontLED_getIdleTime=2", "FrontLED_getEnabledDuringStartup=17",
-        "tabLED.show" } << Steps()
-                                   << Steps { "sliderFreq.visible=false", "sliderDutyC.visible=false",
-                                          "comboBoxColor.currentIndex=15", "spinBoxPulses.visible=true",
-                                          "spinBoxIdleTime.visible=false", "groupFrontLED.enabled=false" }
-                                   << Steps { errorBox(6, "getNrOfPulses"),
-                                          errorBox(17, "getEnabledDuringStartup") };
+    row("failing reads",
+        { .steps = { "FrontLED_getSignal=2", "FrontLED_getColor=7", "FrontLED_getNrOfPulses=6",
+              "FrontLED_getIdleTime=2", "FrontLED_getEnabledDuringStartup=17", "tabLED.show" },
+            .state = { "sliderFreq.visible=false", "sliderDutyC.visible=false",
+                "comboBoxColor.currentIndex=15", "spinBoxPulses.visible=true",
+                "spinBoxIdleTime.visible=false", "groupFrontLED.enabled=false" },
+            .boxes = { "Error(6) in getNrOfPulses: Timeout, the controller did not answer",
+                "Error(17) in getEnabledDuringStartup: EEPROM could not be read" } });
 
     // Every change switches the dark LED on.
-    QTest::newRow("intensity 9, signal, pulses, idle time 250 ms as 2")
-        << shown
-            + Steps { "comboBoxColor.currentIndex=9", "sliderFreq.value=7", "FrontLED_setNrOfPulses=4",
-                  "spinBoxPulses.value=7", "FrontLED_setIdleTime=6", "spinBoxIdleTime.value=250" }
-        << Steps { "FrontLED_setColor(0, 0, 9) -> 0" } + dimmingAsked
-            + Steps { signal.arg(0), "FrontLED_setSignal(0.7, 0) -> 0", "FrontLED_setSignal(0.7, 0) -> 0",
-                  "FrontLED_setNrOfPulses(7) -> 4", "FrontLED_setSignal(0.7, 0) -> 0",
-                  "FrontLED_setIdleTime(2) -> 6" }
-        << on + Steps { "labelFreq.text=Freq\n 0.7 Hz" }
-        << Steps { errorBox(4, "setNrOfPulses"), errorBox(6, "setIdleTime") };
-    QTest::newRow("intensity refused while dimming")
-        << shown
-            + Steps { "Backlight/LedDimming=1", "FrontLED_setColor=4", "FrontLED_setSignal=5",
-                  "comboBoxColor.currentIndex=3" }
-        << Steps { "FrontLED_setColor(0, 0, 3) -> 4" } + dimmingAsked + Steps { signal.arg(5) } << on
-        << Steps { errorBox(4, "FrontLED_setStandardColor"),
-               "Button backlight dimming is active. Changing intensity has no effect.\r\nYou can turn off "
-               "dimming on the Display tab.",
-               errorBox(5, "FrontLED_setSignal") };
+    row("intensity 9, signal, pulses, idle time 250 ms as 2",
+        { .steps = shown
+                + Steps { "comboBoxColor.currentIndex=9", "sliderFreq.value=7", "FrontLED_setNrOfPulses=4",
+                    "spinBoxPulses.value=7", "FrontLED_setIdleTime=6", "spinBoxIdleTime.value=250" },
+            .calls = Steps { "FrontLED_setColor(0, 0, 9) -> 0" } + dimmingAsked
+                + Steps { signal.arg(0), "FrontLED_setSignal(0.7, 0) -> 0", "FrontLED_setSignal(0.7, 0) -> 0",
+                    "FrontLED_setNrOfPulses(7) -> 4", "FrontLED_setSignal(0.7, 0) -> 0",
+                    "FrontLED_setIdleTime(2) -> 6" },
+            .state = on + Steps { "labelFreq.text=Freq\n 0.7 Hz" },
+            .boxes = { "Error(4) in setNrOfPulses: Invalid parameter",
+                "Error(6) in setIdleTime: Timeout, the controller did not answer" } });
+    row("intensity refused while dimming",
+        { .steps = shown
+                + Steps { "Backlight/LedDimming=1", "FrontLED_setColor=4", "FrontLED_setSignal=5",
+                    "comboBoxColor.currentIndex=3" },
+            .calls = Steps { "FrontLED_setColor(0, 0, 3) -> 4" } + dimmingAsked + Steps { signal.arg(5) },
+            .state = on,
+            .boxes = { "Error(4) in FrontLED_setStandardColor: Invalid parameter",
+                "Button backlight dimming is active. Changing intensity has no effect.\r\nYou can turn off "
+                "dimming on the Display tab.",
+                "Error(5) in FrontLED_setSignal: Buffer too small" } });
     // Switching on writes the signal without checking the result.
-    QTest::newRow("on, off and start-up refused")
-        << shown
-            + Steps { "FrontLED_setSignal=4", "buttonOff.click", "FrontLED_setOff=7", "buttonOff.click",
-                  "FrontLED_setEnabledDuringStartup=13", "checkEnFrontLED.click" }
-        << Steps { signal.arg(4), "FrontLED_setOff() -> 7", "FrontLED_setEnabledDuringStartup(1) -> 13" }
-        << Steps { "buttonOff.checked=false", "buttonOff.text=Off", "groupFrontLED.enabled=false" }
-        << Steps { errorBox(7, "setOff"), errorBox(13, "setEnabledDuringStartup") };
+    row("on, off and start-up refused",
+        { .steps = shown
+                + Steps { "FrontLED_setSignal=4", "buttonOff.click", "FrontLED_setOff=7", "buttonOff.click",
+                    "FrontLED_setEnabledDuringStartup=13", "checkEnFrontLED.click" },
+            .calls = { signal.arg(4), "FrontLED_setOff() -> 7", "FrontLED_setEnabledDuringStartup(1) -> 13" },
+            .state = { "buttonOff.checked=false", "buttonOff.text=Off", "groupFrontLED.enabled=false" },
+            .boxes = { "Error(7) in setOff: Communication with the controller failed",
+                "Error(13) in setEnabledDuringStartup: Busy, another operation is in progress" } });
     // The hidden colour picker, shown again. Picking selects intensity 6,
     // which writes its own colour before the custom colour is read back.
-    QTest::newRow("colour picked") << Steps { "tabLED.show", "buttonColorpick.show", "Dialogs.color=#ff8832",
-        "buttonColorpick.click" }
-                                   << Steps { "FrontLED_setColor(15, 8, 2) -> 0",
-                                          "FrontLED_setColor(0, 0, 6) -> 0" }
-            + dimmingAsked + Steps { signal.arg(0) }
-                                   << on
-            + Steps { "label_customcolor.text=R:0 G:0 B:6",
-                  "buttonColorpick.styleSheet=* { background-color: rgb(0,0,102) }" }
-                                   << Steps();
+    row("colour picked",
+        { .steps
+            = { "tabLED.show", "buttonColorpick.show", "Dialogs.color=#ff8832", "buttonColorpick.click" },
+            .calls = Steps { "FrontLED_setColor(15, 8, 2) -> 0", "FrontLED_setColor(0, 0, 6) -> 0" }
+                + dimmingAsked + Steps { signal.arg(0) },
+            .state = on
+                + Steps { "label_customcolor.text=R:0 G:0 B:6",
+                    "buttonColorpick.styleSheet=* { background-color: rgb(0,0,102) }" } });
 }
 } // namespace
 

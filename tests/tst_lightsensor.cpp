@@ -14,45 +14,50 @@ void scenarios()
     const Steps stopped { "pushButtonOn.checked=false", "pushButtonOn.text=Off", "timer.active=false",
         "editIlumination.text=Light Sensor is not running" };
     const Steps tick { "tabLightSensor.show", "tabLightSensor.updateIlluminance" };
-    const QString busy = errorBox(20,
-        "startAverageCalc.\r\nThe light sensor cannot be started when automatic backlight is "
-        "running.\r\nError");
+    const QString busy = QStringLiteral(
+        "Error(20) in startAverageCalc.\r\nThe light sensor cannot be started when automatic backlight "
+        "is running.\r\nError: Light sensor busy, used by the automatic backlight");
 
-    QTest::newRow("busy sensor") << Steps { "Backlight/AutomaticBLStatus=1", "tabLightSensor.show" }
-                                 << Steps { start.arg(20) }
-                                 << stopped
-            + Steps { "pushButtonOn.enabled=false",
-                  "pushButtonOn.toolTip=Cannot be started when automatic backlight is running" }
-                                 << Steps { busy };
-    QTest::newRow("free again on the next showing")
-        << Steps { "Backlight/AutomaticBLStatus=1", "tabLightSensor.show", "tabLightSensor.hide",
-               "Backlight/AutomaticBLStatus=0", "tabLightSensor.show" }
-        << Steps { start.arg(20), stop } + started
-        << running + Steps { "pushButtonOn.enabled=true", "pushButtonOn.toolTip=", "timer.interval=500" }
-        << Steps { busy };
-    QTest::newRow("hide stops once") << tick + Steps { "tabLightSensor.hide" } << started + Steps { stop }
-                                     << stopped << Steps();
+    row("busy sensor",
+        { .steps = { "Backlight/AutomaticBLStatus=1", "tabLightSensor.show" },
+            .calls = { start.arg(20) },
+            .state = stopped
+                + Steps { "pushButtonOn.enabled=false",
+                    "pushButtonOn.toolTip=Cannot be started when automatic backlight is running" },
+            .boxes = { busy } });
+    row("free again on the next showing",
+        { .steps = { "Backlight/AutomaticBLStatus=1", "tabLightSensor.show", "tabLightSensor.hide",
+              "Backlight/AutomaticBLStatus=0", "tabLightSensor.show" },
+            .calls = Steps { start.arg(20), stop } + started,
+            .state
+            = running + Steps { "pushButtonOn.enabled=true", "pushButtonOn.toolTip=", "timer.interval=500" },
+            .boxes = { busy } });
+    row("hide stops once",
+        { .steps = tick + Steps { "tabLightSensor.hide" },
+            .calls = started + Steps { stop },
+            .state = stopped });
 
     // The same reading again rewrites nothing: the cursor stays.
-    QTest::newRow("range 5, read twice")
-        << Steps { "Lightsensor/OperatingRange=5" } + tick
-            + Steps { "editIlumination.cursorPosition=2", "tabLightSensor.updateIlluminance" }
-        << started
-        << Steps { "editIlumination.text=350 Lux, Unknown range", "editIlumination.cursorPosition=2" }
-        << Steps();
-    QTest::newRow("illuminance failure stops")
-        << Steps { "Lightsensor_getAverageIlluminance=6" } + tick << started + Steps { stop }
-        << Steps { "timer.active=false", "pushButtonOn.text=Off", "editIlumination.text=Range standard" }
-        << Steps { errorBox(6, "getIlluminance") };
+    row("range 5, read twice",
+        { .steps = Steps { "Lightsensor/OperatingRange=5" } + tick
+                + Steps { "editIlumination.cursorPosition=2", "tabLightSensor.updateIlluminance" },
+            .calls = started,
+            .state = { "editIlumination.text=350 Lux, Unknown range", "editIlumination.cursorPosition=2" } });
+    row("illuminance failure stops",
+        { .steps = Steps { "Lightsensor_getAverageIlluminance=6" } + tick,
+            .calls = started + Steps { stop },
+            .state = { "timer.active=false", "pushButtonOn.text=Off", "editIlumination.text=Range standard" },
+            .boxes = { "Error(6) in getIlluminance: Timeout, the controller did not answer" } });
 
     // The settings are read when a measurement starts.
-    QTest::newRow("restarted by the button")
-        << Steps { "tabLightSensor.show", "comboBoxSamplingsMode.currentIndex=2",
-               "spinBoxAverageWndSize.value=99", "spinBoxRejectWndSize.value=3",
-               "spinBoxRejectDelta.value=65000", "pushButtonOn.click", "Lightsensor_startAverageCalc=6",
-               "pushButtonOn.click" }
-        << started + Steps { stop, "Lightsensor_startAverageCalc(99, 3, 65000, 2) -> 6" } << stopped
-        << Steps { errorBox(6, "startAverageCalc") };
+    row("restarted by the button",
+        { .steps = { "tabLightSensor.show", "comboBoxSamplingsMode.currentIndex=2",
+              "spinBoxAverageWndSize.value=99", "spinBoxRejectWndSize.value=3",
+              "spinBoxRejectDelta.value=65000", "pushButtonOn.click", "Lightsensor_startAverageCalc=6",
+              "pushButtonOn.click" },
+            .calls = started + Steps { stop, "Lightsensor_startAverageCalc(99, 3, 65000, 2) -> 6" },
+            .state = stopped,
+            .boxes = { "Error(6) in startAverageCalc: Timeout, the controller did not answer" } });
 }
 } // namespace
 

@@ -50,10 +50,11 @@ double opacity(QWidget* w)
 
 } // namespace
 
-class TestMainWindow : public QObject
+class tst_mainwindow : public QObject
 {
     Q_OBJECT
 private slots:
+    void cleanup() { checkNoWindowLeft(); }
     void features_data();
     void features();
     void discovery_data();
@@ -62,7 +63,7 @@ private slots:
     void navigation();
 };
 
-void TestMainWindow::features_data()
+void tst_mainwindow::features_data()
 {
     // The profile, then "Operation=code" or "Family/Key=value".
     QTest::addColumn<QStringList>("setup");
@@ -83,7 +84,7 @@ void TestMainWindow::features_data()
                                           << QStringList { "display", "heater" };
 }
 
-void TestMainWindow::features()
+void tst_mainwindow::features()
 {
     QFETCH(QStringList, setup);
     QFETCH(QStringList, present);
@@ -110,7 +111,7 @@ void TestMainWindow::features()
     QCOMPARE(callsTo("About_release").size(), 0);
 }
 
-void TestMainWindow::discovery_data()
+void tst_mainwindow::discovery_data()
 {
     // The profile, then "Operation=code" or "Family/Key=value".
     QTest::addColumn<QStringList>("setup");
@@ -136,7 +137,7 @@ void TestMainWindow::discovery_data()
     } << Greyed { power, noCan, { Tab::DIGIO, { "", "Digital Input is not available" } }, noTouch };
 }
 
-void TestMainWindow::discovery()
+void tst_mainwindow::discovery()
 {
     QFETCH(QStringList, setup);
     QFETCH(Greyed, greyed);
@@ -198,7 +199,7 @@ void TestMainWindow::discovery()
     QCOMPARE(callsTo("About_release").size(), 1);
 }
 
-void TestMainWindow::navigation_data()
+void tst_mainwindow::navigation_data()
 {
     QTest::addColumn<int>("from");
     QTest::addColumn<QStringList>("setup"); // "Operation=code", once `from` is on show
@@ -229,7 +230,7 @@ void TestMainWindow::navigation_data()
     QTest::newRow("Exit") << int(Tab::VERSION) << QStringList() << QStringList { "buttonExit" } << -1;
 }
 
-void TestMainWindow::navigation()
+void tst_mainwindow::navigation()
 {
     QFETCH(int, from);
     QFETCH(QStringList, setup);
@@ -299,5 +300,5 @@ void TestMainWindow::navigation()
         QVERIFY(!window.page(i) || window.page(i)->isVisible() == (i == to));
 }
 
-QTEST_MAIN(TestMainWindow)
+QTEST_MAIN(tst_mainwindow)
 #include "tst_mainwindow.moc"

@@ -2,6 +2,7 @@
 // size, on the unit the environment or --profile names.
 #include "app/PageCatalogue.h"
 #include "app/PageWindow.h"
+#include "pagecheck.h"
 #include "simunit.h"
 #include "tabs/tabDlg.h"
 
@@ -17,6 +18,7 @@ class tst_pageview : public QObject
 {
     Q_OBJECT
 private slots:
+    void cleanup() { checkNoWindowLeft(); }
     void window();
     void everyPageClassCatalogued();
     void grab_data();

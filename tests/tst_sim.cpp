@@ -46,7 +46,7 @@ template <class H, class T> Probe getAt(eErr (*op)(H, uint8_t, T*), H (*handle)(
 
 } // namespace
 
-class TestSim : public QObject
+class tst_sim : public QObject
 {
     Q_OBJECT
 private slots:
@@ -66,7 +66,7 @@ private slots:
     void numberTexts();
 };
 
-void TestSim::profiles_data()
+void tst_sim::profiles_data()
 {
     QTest::addColumn<Probe>("probe");
     QTest::addColumn<QString>("answers"); // full | headless | unsupported | faulty | quirky
@@ -86,7 +86,7 @@ void TestSim::profiles_data()
         << "0 | 0 | 2 | 34 | 0";
 }
 
-void TestSim::profiles()
+void tst_sim::profiles()
 {
     QFETCH(Probe, probe);
     QFETCH(QString, answers);
@@ -99,7 +99,7 @@ void TestSim::profiles()
     QCOMPARE(actual.join(QStringLiteral(" | ")), answers);
 }
 
-void TestSim::calls_data()
+void tst_sim::calls_data()
 {
     // Each row is named by the whole trace its call must give.
     QTest::addColumn<Call>("call");
@@ -142,7 +142,7 @@ void TestSim::calls_data()
     });
 }
 
-void TestSim::calls()
+void tst_sim::calls()
 {
     QFETCH(Call, call);
 
@@ -157,7 +157,7 @@ void TestSim::calls()
     QCOMPARE(QFile::exists(state), code == 0 && lines.last().contains(QLatin1String("_set")));
 }
 
-void TestSim::startupRule()
+void tst_sim::startupRule()
 {
     ConfigHandle h = GetConfig();
     // No trigger is no setting; the CAN message alone cannot start the unit.
@@ -173,7 +173,7 @@ void TestSim::startupRule()
     QCOMPARE(Config_setStartupTriggerConfig(h, TRIGGER_FRONT_BUTTON), ERR_STARTUP_TRIGGER_CONFLICT);
 }
 
-void TestSim::textBuffers_data()
+void tst_sim::textBuffers_data()
 {
     QTest::addColumn<uint32_t>("size");
     QTest::addColumn<int>("code");
@@ -185,7 +185,7 @@ void TestSim::textBuffers_data()
     QTest::newRow("exact") << 10u << 0 << QByteArray("SN-00123\xB0");
 }
 
-void TestSim::textBuffers()
+void tst_sim::textBuffers()
 {
     QFETCH(uint32_t, size);
     QFETCH(int, code);
@@ -201,7 +201,7 @@ void TestSim::textBuffers()
     QCOMPARE(QByteArray(buffer, sizeof buffer), written + QByteArray(sizeof buffer - written.size(), '\x7f'));
 }
 
-void TestSim::firmwareRun_data()
+void tst_sim::firmwareRun_data()
 {
     QTest::addColumn<int>("endsWith"); // rows are named by the final state, percent and code
 
@@ -209,7 +209,7 @@ void TestSim::firmwareRun_data()
     QTest::newRow("7 99 12") << int(ERR_FLASH_VERIFY);
 }
 
-void TestSim::firmwareRun()
+void tst_sim::firmwareRun()
 {
     QFETCH(int, endsWith);
 
@@ -242,7 +242,7 @@ void TestSim::firmwareRun()
     QCOMPARE(FirmwareUpgrade_startFrontVerification(h, image.constData(), false), ERR_SUCCESS);
 }
 
-void TestSim::numberTexts_data()
+void tst_sim::numberTexts_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("whole"); // as a 16-bit temperature reads it
@@ -259,7 +259,7 @@ void TestSim::numberTexts_data()
 }
 
 // Values are kept as text; how a reading turns it into its number.
-void TestSim::numberTexts()
+void tst_sim::numberTexts()
 {
     QFETCH(QString, text);
     QFETCH(int, whole);
@@ -275,7 +275,7 @@ void TestSim::numberTexts()
     QCOMPARE(volts, number);
 }
 
-void TestSim::texts()
+void tst_sim::texts()
 {
     // Just past the end of each list comes the unknown text.
     QCOMPARE(QByteArray(GetErrorStringA(eErr(21))), QByteArray("Unknown error"));
@@ -283,5 +283,5 @@ void TestSim::texts()
     QCOMPARE(QByteArray(GetStartupReasonStringA(9)), QByteArray("Unknown start-up reason"));
 }
 
-QTEST_GUILESS_MAIN(TestSim)
+QTEST_GUILESS_MAIN(tst_sim)
 #include "tst_sim.moc"

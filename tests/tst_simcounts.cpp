@@ -7,7 +7,7 @@
 
 #include <QtTest>
 
-class TestSimCounts : public QObject
+class tst_simcounts : public QObject
 {
     Q_OBJECT
 private slots:
@@ -18,7 +18,7 @@ private slots:
     void buttonLoop();
 };
 
-void TestSimCounts::sensorLoop_data()
+void tst_simcounts::sensorLoop_data()
 {
     QTest::addColumn<int>("count");
     QTest::addColumn<int>("lines");
@@ -29,7 +29,7 @@ void TestSimCounts::sensorLoop_data()
     QTest::newRow("256 sensors") << 256 << 20;
 }
 
-void TestSimCounts::sensorLoop()
+void tst_simcounts::sensorLoop()
 {
     QFETCH(int, count);
     QFETCH(int, lines);
@@ -44,7 +44,7 @@ void TestSimCounts::sensorLoop()
     QCOMPARE(callsTo(QStringLiteral("Diagnostic_getPMTemp")).size(), qMin(count + 1, 20));
 }
 
-void TestSimCounts::buttonLoop()
+void tst_simcounts::buttonLoop()
 {
     // The largest count an int holds: buttons 10 down to 1 are written, no more.
     ZuAuxSim::setValue(QStringLiteral("About/NrOfButtons"), 2147483647);
@@ -55,5 +55,5 @@ void TestSimCounts::buttonLoop()
     QCOMPARE(callsTo(QStringLiteral("Config_setButtonFunction")), expected);
 }
 
-QTEST_GUILESS_MAIN(TestSimCounts)
+QTEST_GUILESS_MAIN(tst_simcounts)
 #include "tst_simcounts.moc"

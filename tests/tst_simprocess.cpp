@@ -58,7 +58,7 @@ QStringList lines(const QByteArray& data)
 
 } // namespace
 
-class TestSimProcess : public QObject
+class tst_simprocess : public QObject
 {
     Q_OBJECT
 private slots:
@@ -106,7 +106,7 @@ private:
     QProcessEnvironment m_env;
 };
 
-void TestSimProcess::init()
+void tst_simprocess::init()
 {
     resetUnit(QStringLiteral("full"));
     // Each row starts without state and without files kept aside.
@@ -120,7 +120,7 @@ void TestSimProcess::init()
     m_env.insert(QStringLiteral("ZUAUX_SIM_PROFILE"), QStringLiteral("full"));
 }
 
-void TestSimProcess::stateSharedBetweenProcesses()
+void tst_simprocess::stateSharedBetweenProcesses()
 {
     const QStringList ok { QStringLiteral("0 Success") };
     const QString trace = m_dir.filePath(QStringLiteral("trace.log"));
@@ -148,7 +148,7 @@ void TestSimProcess::stateSharedBetweenProcesses()
     QCOMPARE(QSettings(m_state, QSettings::IniFormat).allKeys().size(), 4);
 }
 
-void TestSimProcess::profileFromEnvironment()
+void tst_simprocess::profileFromEnvironment()
 {
     const QStringList baudRate { "call", "CanSetting_getBaudrate", "1" };
     m_env.insert(QStringLiteral("ZUAUX_SIM_PROFILE"), QStringLiteral("headless"));
@@ -163,7 +163,7 @@ void TestSimProcess::profileFromEnvironment()
 
 // Only a regular file or a missing one is a state file. Anything else is left
 // alone: one line says why, the unit runs on its profile and saves nothing.
-void TestSimProcess::stateThatIsNoFile_data()
+void tst_simprocess::stateThatIsNoFile_data()
 {
     QTest::addColumn<QString>("target"); // what the state path names
     QTest::addColumn<int>("kind");
@@ -174,7 +174,7 @@ void TestSimProcess::stateThatIsNoFile_data()
     QTest::newRow("directory") << "dir" << int(Directory);
 }
 
-void TestSimProcess::stateThatIsNoFile()
+void tst_simprocess::stateThatIsNoFile()
 {
     QFETCH(QString, target);
     QFETCH(int, kind);
@@ -201,7 +201,7 @@ void TestSimProcess::stateThatIsNoFile()
 }
 
 // A lock file that is in the way is reported and not waited on for long.
-void TestSimProcess::lockInTheWay_data()
+void tst_simprocess::lockInTheWay_data()
 {
     QTest::addColumn<QString>("lock"); // "dir", "garbage" or "held"
     QTest::addColumn<QString>("report");
@@ -213,7 +213,7 @@ void TestSimProcess::lockInTheWay_data()
                                              << "held by another process";
 }
 
-void TestSimProcess::lockInTheWay()
+void tst_simprocess::lockInTheWay()
 {
     QFETCH(QString, lock);
     QFETCH(QString, report);
@@ -244,7 +244,7 @@ void TestSimProcess::lockInTheWay()
 
 // Lines the unit cannot use are reported by file and line number, once; every
 // other value is kept, and the file keeps every byte it had.
-void TestSimProcess::damagedStateFile_data()
+void tst_simprocess::damagedStateFile_data()
 {
     QTest::addColumn<QByteArray>("damage");
     QTest::addColumn<QStringList>("rejected"); // line numbers
@@ -263,7 +263,7 @@ void TestSimProcess::damagedStateFile_data()
                                       << QStringList { "6" };
 }
 
-void TestSimProcess::damagedStateFile()
+void tst_simprocess::damagedStateFile()
 {
     QFETCH(QByteArray, damage);
     QFETCH(QStringList, rejected);
@@ -283,7 +283,7 @@ void TestSimProcess::damagedStateFile()
 
 // A value that cannot be stored makes its setter fail, and the file stays as
 // it was. The command-line modes still end with 0 but say what failed.
-void TestSimProcess::stateNotWritable_data()
+void tst_simprocess::stateNotWritable_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<QString>("get"); // the intensity the unit reports
@@ -292,7 +292,7 @@ void TestSimProcess::stateNotWritable_data()
     QTest::newRow("unreadable") << 0 << "255";
 }
 
-void TestSimProcess::stateNotWritable()
+void tst_simprocess::stateNotWritable()
 {
     QFETCH(int, mode);
     QFETCH(QString, get);
@@ -322,7 +322,7 @@ void TestSimProcess::stateNotWritable()
 
 // Another program changes a value in place and puts the time stamp back: a
 // later write here still sees that change instead of writing over it.
-void TestSimProcess::changeWithSameSizeAndTime()
+void tst_simprocess::changeWithSameSizeAndTime()
 {
     ZuAuxSim::reset(QStringLiteral("full"), m_state);
     QCOMPARE(Backlight_setIntensity(GetBacklight(), 100), ERR_SUCCESS);
@@ -344,7 +344,7 @@ void TestSimProcess::changeWithSameSizeAndTime()
 
 // A profile value that its operation's type cannot carry is refused with a
 // line that names it, and the base profile's value stays.
-void TestSimProcess::valuesOutsideTheirType()
+void tst_simprocess::valuesOutsideTheirType()
 {
     const QString profile = QFileInfo(m_state).dir().filePath(QStringLiteral("odd.ini"));
     writeFile(profile,
@@ -366,5 +366,5 @@ void TestSimProcess::valuesOutsideTheirType()
         QVERIFY2(run.err.at(i).contains(profile + ':' + rejected.at(i) + ':'), qPrintable(run.err.at(i)));
 }
 
-QTEST_GUILESS_MAIN(TestSimProcess)
+QTEST_GUILESS_MAIN(tst_simprocess)
 #include "tst_simprocess.moc"

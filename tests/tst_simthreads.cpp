@@ -13,14 +13,14 @@
 
 using namespace Korvane;
 
-class TestSimThreads : public QObject
+class tst_simthreads : public QObject
 {
     Q_OBJECT
 private slots:
     void concurrentCalls();
 };
 
-void TestSimThreads::concurrentCalls()
+void tst_simthreads::concurrentCalls()
 {
     // Writers save to a state file, the slowest path, so the calls overlap.
     const int rounds = 60;
@@ -82,5 +82,5 @@ void TestSimThreads::concurrentCalls()
             line.endsWith(QLatin1String("()")) || line.contains(QLatin1String(") -> ")), qPrintable(line));
 }
 
-QTEST_GUILESS_MAIN(TestSimThreads)
+QTEST_GUILESS_MAIN(tst_simthreads)
 #include "tst_simthreads.moc"

@@ -91,10 +91,10 @@ void tst_systemreport::variants_data()
                                   << "Status PWMOut channel 1: Not OK\nStatus PWMOut channel 2: Not OK\n";
     QTest::newRow("pwm status 4") << QStringList { "PWMOut/PWMOutputStatus=4" } << frequency << frontLed
                                   << "";
-    QTest::newRow("bl params fail") << QStringList { "Backlight_getAutomaticBLParams=20" }
-                                    << "Automatic backlight Status: 0\n"
-                                    << "\nBuzzer:\n"
-                                    << "getAutomaticBLParams: " + libraryError(20) + "\n";
+    QTest::newRow("bl params fail")
+        << QStringList { "Backlight_getAutomaticBLParams=20" } << "Automatic backlight Status: 0\n"
+        << "\nBuzzer:\n"
+        << "getAutomaticBLParams: Error(20) Light sensor busy, used by the automatic backlight\n";
 
     const QString telematics = "\nTelematics:\n";
     const QString battery = "\nBattery:\n";
@@ -104,12 +104,13 @@ void tst_systemreport::variants_data()
                "Telematics_getWLANPowerStatus=7" }
         << telematics << battery
         << "Telematics board available: Enabled\nGPRSPowerStatus: Disabled\n"
-           "GPRSStartUpPowerStatus: Disabled\nGPSAntennaStatus: Disabled\nWLANPowerStatus: "
-            + libraryError(7) + "\nWLANStartUpPowerStatus: Enabled\n";
+           "GPRSStartUpPowerStatus: Disabled\nGPSAntennaStatus: Disabled\nWLANPowerStatus: Error(7) "
+           "Communication with the controller failed\nWLANStartUpPowerStatus: Enabled\n";
     QTest::newRow("no telematics") << QStringList { "Unit/TelematicsAvailable=0" } << telematics << battery
                                    << "Telematics board available: Disabled\n";
-    QTest::newRow("telematics fails") << QStringList { "Telematics_getTelematicsAvailable=7" } << telematics
-                                      << battery << "Telematics board available: " + libraryError(7) + "\n";
+    QTest::newRow("telematics fails")
+        << QStringList { "Telematics_getTelematicsAvailable=7" } << telematics << battery
+        << "Telematics board available: Error(7) Communication with the controller failed\n";
     QTest::newRow("no battery") << QStringList { "Unit/HasBattery=0" } << battery << header("Log Files")
                                 << "External battery not available.\n";
 }

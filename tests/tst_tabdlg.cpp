@@ -1,5 +1,6 @@
 #include "dialogs/Dialogs.h"
 #include "hwsupport/OSSleep.h"
+#include "pagecheck.h"
 #include "tabs/PageSupport.h"
 #include "tabs/tabDlg.h"
 
@@ -22,17 +23,18 @@ QStringList texts(const Dialogs::Recorder& recorder)
 }
 } // namespace
 
-class TestTabDlg : public QObject
+class tst_tabdlg : public QObject
 {
     Q_OBJECT
 private slots:
+    void cleanup() { checkNoWindowLeft(); }
     void failureDialogs_data();
     void failureDialogs();
     void sleep();
     void pageTimer();
 };
 
-void TestTabDlg::failureDialogs_data()
+void tst_tabdlg::failureDialogs_data()
 {
     QTest::addColumn<int>("code");
     QTest::addColumn<QByteArray>("where");
@@ -50,7 +52,7 @@ void TestTabDlg::failureDialogs_data()
         << 7 << QByteArray("set%1") << "Error(7) in set" + libraryText(7) + ": %3" << false;
 }
 
-void TestTabDlg::failureDialogs()
+void tst_tabdlg::failureDialogs()
 {
     QFETCH(int, code);
     QFETCH(QByteArray, where);
@@ -71,7 +73,7 @@ void TestTabDlg::failureDialogs()
     QCOMPARE(texts(recorder), silentWithoutPage ? QStringList() : expected);
 }
 
-void TestTabDlg::sleep()
+void tst_tabdlg::sleep()
 {
     // 1 s and 5,000,000 ns: without the remainder the nanoseconds are out of
     // range and nanosleep refuses; a wrong unit sleeps far too long or short.
@@ -94,7 +96,7 @@ public:
 } // namespace
 
 // The timer follows the page's showing, also after the page stopped it.
-void TestTabDlg::pageTimer()
+void tst_tabdlg::pageTimer()
 {
     PollingPage page;
     auto* timer = new PageTimer(&page, 250, &PollingPage::tick);
@@ -114,5 +116,5 @@ void TestTabDlg::pageTimer()
     QVERIFY(!timer->isActive());
 }
 
-QTEST_MAIN(TestTabDlg)
+QTEST_MAIN(tst_tabdlg)
 #include "tst_tabdlg.moc"

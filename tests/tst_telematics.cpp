@@ -66,6 +66,7 @@ class tst_telematics : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup() { checkNoWindowLeft(); }
     void settings_data()
     {
         QTest::addColumn<Steps>("unit");

@@ -15,6 +15,7 @@ class tst_temperature : public QObject
 {
     Q_OBJECT
 private slots:
+    void cleanup() { checkNoWindowLeft(); }
     void page_data();
     void page();
     void rereads();

@@ -15,12 +15,11 @@ const QString calibratorDir = QStringLiteral(ZUSETTINGS_BINARY_DIR "/tests/calib
 
 void scenarios()
 {
-    QTest::newRow("shown as the unit has it")
-        << Steps { "TouchScreen/AdvancedSetting_3=25", "tabTouch.show" } << Steps()
-        << Steps { "radioTouch.checked=true", "labelProfile.visible=false", "spinRightClick.value=1000",
-               "spinAdvanced_1.value=400", "spinAdvanced_3.value=25", "buttonCalibrate.visible=true",
-               "labelNoTouch.visible=false" }
-        << Steps();
+    row("shown as the unit has it",
+        { .steps = { "TouchScreen/AdvancedSetting_3=25", "tabTouch.show" },
+            .state = { "radioTouch.checked=true", "labelProfile.visible=false", "spinRightClick.value=1000",
+                "spinAdvanced_1.value=400", "spinAdvanced_3.value=25", "buttonCalibrate.visible=true",
+                "labelNoTouch.visible=false" } });
     const struct {
         const char* mode;
         const char* touch;
@@ -33,57 +32,57 @@ void scenarios()
         { "7", "false", "false", "The unit reports the unknown profile 7." },
     };
     for (const auto& profile : profiles)
-        QTest::addRow("mode %s", profile.mode)
-            << Steps { QStringLiteral("TouchScreen/Mode=") + profile.mode, "tabTouch.show" } << Steps()
-            << Steps { QStringLiteral("radioTouch.checked=") + profile.touch,
-                   QStringLiteral("radioMouse.checked=") + profile.mouse,
-                   QStringLiteral("labelProfile.text=") + profile.note,
-                   QStringLiteral("labelProfile.visible=") + (*profile.note ? "true" : "false") }
-            << Steps();
-    QTest::newRow("Apply writes what changed, once")
-        << Steps { "tabTouch.show", "radioMouse.click", "spinAdvanced_3.value=30", "buttonApply.click",
-               "buttonApply.click" }
-        << Steps { "TouchScreen_setMode(2) -> 0", "TouchScreen_setAdvancedSetting(3, 30) -> 0" }
-        << Steps { "radioMouse.checked=true", "spinAdvanced_3.value=30" } << Steps();
-    QTest::newRow("a profile from the next start is not written again") << Steps { "TouchScreen/Mode=1",
-        "tabTouch.show", "buttonApply.click" } << Steps() << Steps() << Steps();
-    QTest::newRow("unknown mode: written once a profile is chosen")
-        << Steps { "TouchScreen/Mode=7", "tabTouch.show", "buttonApply.click", "radioTouch.click",
-               "buttonApply.click" }
-        << Steps { "TouchScreen_setMode(3) -> 0" } << Steps { "labelProfile.visible=false" } << Steps();
-    QTest::newRow("no touch screen: nothing to show, write or calibrate")
-        << Steps { "About/IsTouchScreenAvailable=0", "tabTouch.show", "buttonApply.click" } << Steps()
-        << Steps { "groupBoxProfile.visible=false", "groupBoxAdvanced.visible=false",
-               "buttonCalibrate.visible=false", "buttonApply.visible=false", "labelNoTouch.visible=true" }
-        << Steps();
-    QTest::newRow("unreadable right-click time: told, never written")
-        << Steps { "TouchScreen_getMouseRightClickTime=7", "tabTouch.show", "spinRightClick.value=1500",
-               "buttonApply.click" }
-        << Steps() << Steps { "spinRightClick.visible=true", "spinRightClick.enabled=false" }
-        << Steps { errorBox(7, "getMouseRightClickTime") };
-    QTest::newRow("unreadable advanced settings: one box, all disabled")
-        << Steps { "TouchScreen_getAdvancedSetting=18", "tabTouch.show" } << Steps()
-        << Steps { "spinAdvanced_0.enabled=false", "spinAdvanced_3.enabled=false",
-               "spinRightClick.enabled=true" }
-        << Steps { errorBox(18, "getAdvancedSetting") };
-    QTest::newRow("advanced settings missing: their group goes")
-        << Steps { "TouchScreen_getAdvancedSetting=2", "tabTouch.show" } << Steps()
-        << Steps { "groupBoxAdvanced.visible=false", "groupBoxProfile.visible=true",
-               "buttonApply.visible=true" }
-        << Steps();
-    QTest::newRow("a refused write ends Apply, the choices stay")
-        << Steps { "TouchScreen_setMode=19", "tabTouch.show", "radioMouse.click", "spinRightClick.value=800",
-               "buttonApply.click" }
-        << Steps { "TouchScreen_setMode(2) -> 19" }
-        << Steps { "radioMouse.checked=true", "spinRightClick.value=800" }
-        << Steps { errorBox(19, "setMode") };
-    QTest::newRow("calibrator installed: started, nothing else")
-        << Steps { "tabTouch.show", "buttonCalibrate.click" } << Steps()
-        << Steps { "Dialogs.started=" + calibratorDir + "/xinput_calibrator" } << Steps();
-    QTest::newRow("no calibrator: told so")
-        << Steps { "tabTouch.show", "buttonCalibrate.click" } << Steps() << Steps { "Dialogs.started=" }
-        << Steps { "Calibrating the touch screen needs the program xinput_calibrator, which is not "
-                   "installed.\nIt comes with the package xinput-calibrator." };
+        row(QLatin1String("mode ") + profile.mode,
+            { .steps = { QStringLiteral("TouchScreen/Mode=") + profile.mode, "tabTouch.show" },
+                .state = { QStringLiteral("radioTouch.checked=") + profile.touch,
+                    QStringLiteral("radioMouse.checked=") + profile.mouse,
+                    QStringLiteral("labelProfile.text=") + profile.note,
+                    QStringLiteral("labelProfile.visible=") + (*profile.note ? "true" : "false") } });
+    row("Apply writes what changed, once",
+        { .steps = { "tabTouch.show", "radioMouse.click", "spinAdvanced_3.value=30", "buttonApply.click",
+              "buttonApply.click" },
+            .calls = { "TouchScreen_setMode(2) -> 0", "TouchScreen_setAdvancedSetting(3, 30) -> 0" },
+            .state = { "radioMouse.checked=true", "spinAdvanced_3.value=30" } });
+    row("a profile from the next start is not written again",
+        { .steps = { "TouchScreen/Mode=1", "tabTouch.show", "buttonApply.click" } });
+    row("unknown mode: written once a profile is chosen",
+        { .steps = { "TouchScreen/Mode=7", "tabTouch.show", "buttonApply.click", "radioTouch.click",
+              "buttonApply.click" },
+            .calls = { "TouchScreen_setMode(3) -> 0" },
+            .state = { "labelProfile.visible=false" } });
+    row("no touch screen: nothing to show, write or calibrate",
+        { .steps = { "About/IsTouchScreenAvailable=0", "tabTouch.show", "buttonApply.click" },
+            .state = { "groupBoxProfile.visible=false", "groupBoxAdvanced.visible=false",
+                "buttonCalibrate.visible=false", "buttonApply.visible=false",
+                "labelNoTouch.visible=true" } });
+    row("unreadable right-click time: told, never written",
+        { .steps = { "TouchScreen_getMouseRightClickTime=7", "tabTouch.show", "spinRightClick.value=1500",
+              "buttonApply.click" },
+            .state = { "spinRightClick.visible=true", "spinRightClick.enabled=false" },
+            .boxes = { "Error(7) in getMouseRightClickTime: Communication with the controller failed" } });
+    row("unreadable advanced settings: one box, all disabled",
+        { .steps = { "TouchScreen_getAdvancedSetting=18", "tabTouch.show" },
+            .state = { "spinAdvanced_0.enabled=false", "spinAdvanced_3.enabled=false",
+                "spinRightClick.enabled=true" },
+            .boxes = { "Error(18) in getAdvancedSetting: Value not available" } });
+    row("advanced settings missing: their group goes",
+        { .steps = { "TouchScreen_getAdvancedSetting=2", "tabTouch.show" },
+            .state = { "groupBoxAdvanced.visible=false", "groupBoxProfile.visible=true",
+                "buttonApply.visible=true" } });
+    row("a refused write ends Apply, the choices stay",
+        { .steps = { "TouchScreen_setMode=19", "tabTouch.show", "radioMouse.click",
+              "spinRightClick.value=800", "buttonApply.click" },
+            .calls = { "TouchScreen_setMode(2) -> 19" },
+            .state = { "radioMouse.checked=true", "spinRightClick.value=800" },
+            .boxes = { "Error(19) in setMode: Hardware fault" } });
+    row("calibrator installed: started, nothing else",
+        { .steps = { "tabTouch.show", "buttonCalibrate.click" },
+            .state = { "Dialogs.started=" + calibratorDir + "/xinput_calibrator" } });
+    row("no calibrator: told so",
+        { .steps = { "tabTouch.show", "buttonCalibrate.click" },
+            .state = { "Dialogs.started=" },
+            .boxes = { "Calibrating the touch screen needs the program xinput_calibrator, which is not "
+                       "installed.\nIt comes with the package xinput-calibrator." } });
 }
 
 // The PATH a row runs with: a folder holding a stand-in calibrator, or one

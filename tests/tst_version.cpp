@@ -1,3 +1,4 @@
+#include "pagecheck.h"
 #include "simunit.h"
 #include "tabs/tabVersionDlg.h"
 
@@ -7,15 +8,16 @@
 
 #include <memory>
 
-class TestVersion : public QObject
+class tst_version : public QObject
 {
     Q_OBJECT
 private slots:
+    void cleanup() { checkNoWindowLeft(); }
     void row_data();
     void row();
 };
 
-void TestVersion::row_data()
+void tst_version::row_data()
 {
     QTest::addColumn<QString>("name"); // of the getter, the value, the field and its label
     QTest::addColumn<int>("code");
@@ -42,7 +44,7 @@ void TestVersion::row_data()
     }
 }
 
-void TestVersion::row()
+void tst_version::row()
 {
     QFETCH(QString, name);
     QFETCH(int, code);
@@ -83,5 +85,5 @@ void TestVersion::row()
     QCOMPARE(callsTo("AuxVersion_release").size(), 1);
 }
 
-QTEST_MAIN(TestVersion)
+QTEST_MAIN(tst_version)
 #include "tst_version.moc"

@@ -19,7 +19,8 @@
 // detached commands, "Dialogs.titles" the titles of the boxes,
 // "Dialogs.folders" the folders the file choosers started in,
 // "Dialogs.progress" the first two and last four steps of the progress
-// dialogs (the polls in between depend on timing).
+// dialogs (the polls in between depend on timing). Every object a table
+// names is looked up on a new page before any row runs.
 #ifndef PAGECHECK_H
 #define PAGECHECK_H
 
@@ -32,12 +33,27 @@
 
 using Steps = QStringList;
 
-// Runs the table that `addRows` fills with QTest::newRow() << steps << calls
-// << state << errors. Every row starts on a reset unit with a page from
-// `makePage`, runs `common` and its steps, and compares the calls that match
-// `callPattern` (a regular expression anchored at the start of a trace line).
+// One row of a page test; what a row leaves out it expects to be empty.
+struct Scenario {
+    Steps steps {}; // what happens, in order
+    Steps calls {}; // the traced calls that match the test's pattern
+    Steps state {}; // "object.property=value" as the page holds it afterwards
+    Steps boxes {}; // the texts of the message boxes shown
+};
+Q_DECLARE_METATYPE(Scenario)
+
+// Adds a row to the table of runPageTest().
+void row(const QString& name, const Scenario& row);
+
+// Runs the table that `addRows` fills with row(). Every row starts on a reset
+// unit with a page from `makePage`, runs `common` and its steps, and compares
+// the calls that match `callPattern` (a regular expression anchored at the
+// start of a trace line).
 int runPageTest(int argc, char** argv, const std::function<QWidget*()>& makePage, const QString& callPattern,
     const Steps& common, void (*addRows)());
+
+// Fails when a top-level widget is left: nothing a test opened may outlive it.
+void checkNoWindowLeft();
 
 // One step of a row, on `page`; dialogs are answered by `recorder`.
 void act(QWidget& page, Dialogs::Recorder& recorder, const QString& step);
@@ -49,12 +65,6 @@ QString stateOf(const QWidget& page, const QString& expected);
 // "Family/Key=value": the unit reports exactly this value from now on, live
 // readings included; "Operation=code": that operation answers the code.
 void change(const QString& setting);
-
-// "Error(<code>) <library text>", as failed reads print it in the report.
-QString libraryError(int code);
-
-// The text of the error box for a failed call.
-QString errorBox(int code, const QString& where);
 
 // What comes before the first ':' of every non-empty line (the whole line
 // when it has none), in order.
