@@ -1,6 +1,6 @@
 #include "app/MainWindowSetup.h"
 
-#include "zuaux2.h"
+#include "hwsupport/HwHandle.h"
 
 #include <QRect>
 #include <QWidget>
@@ -23,9 +23,8 @@ QMargins centringMargins(int screenWidth, int screenHeight)
 long readScreenRotation()
 {
     char buffer[50] = {};
-    Korvane::ZuAuxPrivateHandle handle = Korvane::GetZuAuxPrivate();
+    const ZuAuxPrivateRef handle;
     Korvane::ZuAuxPrivate_getFileSetting(handle, "Screen_Rotation", buffer, sizeof buffer);
-    Korvane::ZuAuxPrivate_release(handle);
     return std::strtol(buffer, nullptr, 10);
 }
 

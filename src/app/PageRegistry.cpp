@@ -1,6 +1,7 @@
 #include "app/PageRegistry.h"
 
 #include "app/PageCatalogue.h"
+#include "hwsupport/HwHandle.h"
 #include "tabs/tabAboutDlg.h"
 #include "tabs/tabAdvancedDlg.h"
 #include "tabs/tabBacklightDlg.h"
@@ -49,10 +50,9 @@ Features discoverFeatures(Korvane::AboutHandle about)
         features.touch = presentUnlessDenied(result, available);
     }
 
-    ConfigHandle config = GetConfig();
+    const ConfigRef config;
     int16_t limit = 0;
     features.heater = Config_getHeatingTempLimit(config, &limit) != ERR_NOT_SUPPORTED;
-    Config_release(config);
     return features;
 }
 

@@ -43,10 +43,7 @@ tabMenuDlg::tabMenuDlg(QWidget* parent)
         button(eTab(tab))->setAccessibleName(caption(eTab(tab))->text());
 }
 
-tabMenuDlg::~tabMenuDlg()
-{
-    delete ui;
-}
+tabMenuDlg::~tabMenuDlg() = default;
 
 QPushButton* tabMenuDlg::button(eTab tab) const
 {

@@ -4,6 +4,8 @@
 
 #include "tabs/tabDlg.h"
 
+#include <memory>
+
 class QLabel;
 class QPushButton;
 class Ui_tabMenu;
@@ -70,7 +72,7 @@ public slots:
     void buttonTelematicsClicked();
 
 private:
-    Ui_tabMenu* ui;
+    std::unique_ptr<Ui_tabMenu> ui;
 };
 
 #endif // TABMENUDLG_H

@@ -25,6 +25,8 @@ private:
 };
 
 using AboutRef = HwHandle<Korvane::AboutHandle, Korvane::GetAbout, Korvane::About_release>;
+using AuxVersionRef
+    = HwHandle<Korvane::AuxVersionHandle, Korvane::GetAuxVersion, Korvane::AuxVersion_release>;
 using BacklightRef = HwHandle<Korvane::BacklightHandle, Korvane::GetBacklight, Korvane::Backlight_release>;
 using BatteryRef = HwHandle<Korvane::BatteryHandle, Korvane::GetBattery, Korvane::Battery_release>;
 using BuzzerRef = HwHandle<Korvane::BuzzerHandle, Korvane::GetBuzzer, Korvane::Buzzer_release>;

@@ -1,6 +1,7 @@
 #include "tabs/tabAboutDlg.h"
 
 #include "dialogs/Dialogs.h"
+#include "hwsupport/HwHandle.h"
 #include "report/Sections.h"
 #include "report/SystemReport.h"
 #include "ui_tabAboutDlg.h"
@@ -11,7 +12,7 @@
 
 tabAboutDlg::tabAboutDlg(QWidget* parent)
     : tabDlg(parent)
-    , ui(new Ui::tabAbout)
+    , ui(new Ui_tabAbout)
     , initialised(false)
 {
     ui->setupUi(this);
@@ -19,7 +20,7 @@ tabAboutDlg::tabAboutDlg(QWidget* parent)
         ui->comboBoxSelection, &QComboBox::currentIndexChanged, this, &tabAboutDlg::selectionIndexChanged);
     connect(ui->pushButtonSaveAs, &QPushButton::clicked, this, &tabAboutDlg::SaveFileAs);
 
-    Korvane::BatteryHandle battery = Korvane::GetBattery();
+    const BatteryRef battery;
     ui->textEditInfo->setReadOnly(true);
     ui->comboBoxSelection->insertItem(0, QIcon(), tr("EEPROM data"));
     ui->comboBoxSelection->insertItem(1, QIcon(), tr("Diagnostic data"));
@@ -29,16 +30,12 @@ tabAboutDlg::tabAboutDlg(QWidget* parent)
     bool present = false;
     if (Korvane::Battery_isBatteryPresent(battery, &present) == Korvane::ERR_SUCCESS && present)
         ui->comboBoxSelection->insertItem(5, QIcon(), tr("Battery data"));
-    Korvane::Battery_release(battery);
 
     initialised = true;
     selectionIndexChanged(0);
 }
 
-tabAboutDlg::~tabAboutDlg()
-{
-    delete ui;
-}
+tabAboutDlg::~tabAboutDlg() = default;
 
 void tabAboutDlg::selectionIndexChanged(int index)
 {
@@ -88,4 +85,7 @@ void tabAboutDlg::SaveFileAs()
     stream << ui->textEditInfo->document()->toPlainText();
 }
 
-void tabAboutDlg::showEvent(QShowEvent*) { }
+void tabAboutDlg::showEvent(QShowEvent* event)
+{
+    tabDlg::showEvent(event);
+}

@@ -5,10 +5,9 @@
 
 #include "tabs/tabDlg.h"
 
-namespace Ui
-{
-class tabAbout;
-}
+#include <memory>
+
+class Ui_tabAbout;
 
 class QShowEvent;
 
@@ -28,7 +27,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    Ui::tabAbout* ui;
+    std::unique_ptr<Ui_tabAbout> ui;
     // False while the combo box is being filled, so its change signals do
     // not build views.
     bool initialised;

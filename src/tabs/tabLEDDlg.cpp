@@ -44,11 +44,9 @@ QString dutyCycleText(int percent)
 
 bool buttonBacklightDimmed()
 {
-    const BacklightHandle backlight = GetBacklight();
+    const BacklightRef backlight;
     ZuStatus dimming = ZU_DISABLED;
-    const bool dimmed = Backlight_getLedDimming(backlight, &dimming) == ERR_SUCCESS && dimming == ZU_ENABLED;
-    Backlight_release(backlight);
-    return dimmed;
+    return Backlight_getLedDimming(backlight, &dimming) == ERR_SUCCESS && dimming == ZU_ENABLED;
 }
 } // namespace
 

@@ -8,14 +8,9 @@ tabVersionDlg::tabVersionDlg(QWidget* parent)
     , ui(new Ui_tabVersion)
 {
     ui->setupUi(this);
-    version = Korvane::GetAuxVersion();
 }
 
-tabVersionDlg::~tabVersionDlg()
-{
-    Korvane::AuxVersion_release(version);
-    delete ui;
-}
+tabVersionDlg::~tabVersionDlg() = default;
 
 void tabVersionDlg::fill(Getter getter, QLineEdit* field, QLabel* label, Absent absent, const char* prefix)
 {

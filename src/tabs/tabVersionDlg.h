@@ -3,7 +3,10 @@
 #ifndef TABVERSIONDLG_H
 #define TABVERSIONDLG_H
 
+#include "hwsupport/HwHandle.h"
 #include "tabs/tabDlg.h"
+
+#include <memory>
 
 class QLabel;
 class QLineEdit;
@@ -26,8 +29,8 @@ private:
 
     void fill(Getter getter, QLineEdit* field, QLabel* label, Absent absent, const char* prefix);
 
-    Ui_tabVersion* ui;
-    Korvane::AuxVersionHandle version;
+    std::unique_ptr<Ui_tabVersion> ui;
+    AuxVersionRef version;
 };
 
 #endif // TABVERSIONDLG_H
