@@ -32,8 +32,8 @@ void scenarios()
         { .steps = refused
                 + Steps { "Backlight/AutomaticBLStatus=1", "tabBacklight.show",
                     "label_hwstatus1.text=", "tabBacklight.refresh" },
-            .state = { "sliderBacklightLevel.visible=false", "sliderSensitivity.enabled=true",
-                "label_hwstatus1.text=status: OK", "timer.active=true" },
+            .state = { "sliderBacklightLevel.visible=false", "groupBox.visible=false",
+                "sliderSensitivity.enabled=true", "label_hwstatus1.text=status: OK", "timer.active=true" },
             .boxes = { "Error(13) in getAutomaticBLParams: Busy, another operation is in progress",
                 "Error(4) in getAutomaticBLFilter: Invalid parameter",
                 "Error(5) in getAutomaticBLStatus: Buffer too small",

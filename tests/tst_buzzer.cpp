@@ -20,8 +20,13 @@ void scenarios()
             .state = { "sliderFreq.value=700", "labelFreq.text=Freq\n 700 Hz", "buttonOn.text=Off" } });
     row("no trigger, volume unreadable",
         { .steps = { "Buzzer_getFrequency=2", "Buzzer_getVolume=7", "Buzzer_getTrigger=2", "tabBuzzer.show" },
-            .state = { "sliderFreq.visible=false", "sliderVol.visible=true", "buttonOn.visible=false" },
+            .state = { "sliderFreq.visible=false", "labelFreq.visible=false", "sliderVol.visible=true",
+                "labelVolume.visible=true", "buttonOn.visible=false", "groupBox.visible=true" },
             .boxes = { "Error(7) in getVolume: Communication with the controller failed" } });
+    // Nothing left to set: no empty group with its title.
+    row("no buzzer controls",
+        { .steps = { "Buzzer_getFrequency=2", "Buzzer_getVolume=2", "Buzzer_getTrigger=2", "tabBuzzer.show" },
+            .state = { "labelVolume.visible=false", "groupBox.visible=false" } });
     // A refused switch leaves the button as the user put it, with its old caption.
     row("on, then off refused",
         { .steps = { "Buzzer/Volume=0", "tabBuzzer.show", "buttonOn.click", "Buzzer_setTrigger=15",

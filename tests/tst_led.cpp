@@ -30,7 +30,8 @@ void scenarios()
               "FrontLED_getIdleTime=2", "FrontLED_getEnabledDuringStartup=17", "tabLED.show" },
             .state = { "sliderFreq.visible=false", "sliderDutyC.visible=false",
                 "comboBoxColor.currentIndex=15", "spinBoxPulses.visible=true",
-                "spinBoxIdleTime.visible=false", "groupFrontLED.enabled=false" },
+                "spinBoxIdleTime.visible=false", "groupFrontLED.enabled=false", "labelFreq.visible=false",
+                "labelDutyC.visible=false", "label_5.visible=true", "label_4.visible=false" },
             .boxes = { "Error(6) in getNrOfPulses: Timeout, the controller did not answer",
                 "Error(17) in getEnabledDuringStartup: EEPROM could not be read" } });
 

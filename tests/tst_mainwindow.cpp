@@ -1,4 +1,6 @@
+#include "app/PageCatalogue.h"
 #include "app/PageRegistry.h"
+#include "app/TitleLabel.h"
 #include "app/ZuSettings.h"
 #include "dialogs/Dialogs.h"
 #include "hwsupport/HwHandle.h"
@@ -9,6 +11,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QPushButton>
+#include <QSlider>
 #include <QTest>
 #include <QTimer>
 
@@ -61,6 +64,10 @@ private slots:
     void discovery();
     void navigation_data();
     void navigation();
+    void titleFits_data();
+    void titleFits();
+    void steadyControls_data();
+    void steadyControls();
 };
 
 void tst_mainwindow::features_data()
@@ -298,6 +305,79 @@ void tst_mainwindow::navigation()
     QCOMPARE(window.findChild<QLabel*>("tabTitle")->text(), window.page(to)->windowTitle());
     for (int i = 0; i < tabMenuDlg::tabCount; ++i)
         QVERIFY(!window.page(i) || window.page(i)->isVisible() == (i == to));
+}
+
+void tst_mainwindow::titleFits_data()
+{
+    QTest::addColumn<QString>("title");
+    resetUnit("full");
+    Dialogs::Recorder recorder;
+    for (const PageClass& pageClass : pageClasses()) {
+        const std::unique_ptr<tabDlg> page(pageClass.create(nullptr));
+        QTest::newRow(pageClass.name) << page->windowTitle();
+    }
+}
+
+// Every page's title shows whole in the title bar, beside the logo and the
+// buttons, not under them.
+void tst_mainwindow::titleFits()
+{
+    QFETCH(QString, title);
+    resetUnit("full");
+    ZuSettings window;
+    window.show();
+    auto* label = window.findChild<TitleLabel*>("tabTitle");
+    label->setText(title);
+
+    QFont font;
+    QCOMPARE(label->shownText(font), title);
+    QVERIFY(QFontMetrics(font).horizontalAdvance(title) <= label->contentsRect().width());
+    for (const char* neighbour : { "label", "buttonMenu", "buttonExit" })
+        QVERIFY2(!label->geometry().intersects(window.findChild<QWidget*>(neighbour)->geometry()), neighbour);
+}
+
+void tst_mainwindow::steadyControls_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QString>("slider");
+
+    QTest::newRow("backlight level") << int(Tab::DISPLAY) << "sliderBacklightLevel";
+    QTest::newRow("sensitivity") << int(Tab::DISPLAY) << "sliderSensitivity";
+    QTest::newRow("LED frequency") << int(Tab::LED) << "sliderFreq";
+    QTest::newRow("LED duty cycle") << int(Tab::LED) << "sliderDutyC";
+    QTest::newRow("buzzer frequency") << int(Tab::BUZZER) << "sliderFreq";
+    QTest::newRow("buzzer volume") << int(Tab::BUZZER) << "sliderVol";
+    QTest::newRow("PWM duty cycle") << int(Tab::DIGIO) << "sliderDC";
+    QTest::newRow("PWM frequency") << int(Tab::DIGIO) << "sliderHZ";
+}
+
+// A slider moved from end to end changes the numbers beside it; no slider or
+// button of its page moves.
+void tst_mainwindow::steadyControls()
+{
+    QFETCH(int, page);
+    QFETCH(QString, slider);
+    resetUnit("full");
+    Dialogs::Recorder recorder;
+    ZuSettings window;
+    window.show();
+    window.showTab(page);
+    auto* control = window.page(page)->findChild<QSlider*>(slider);
+    QVERIFY(control);
+
+    const auto places = [&] {
+        QCoreApplication::processEvents();
+        QList<QRect> found;
+        for (QWidget* w : window.page(page)->findChildren<QWidget*>()) {
+            if (qobject_cast<QAbstractSlider*>(w) || qobject_cast<QAbstractButton*>(w))
+                found << QRect(w->mapTo(&window, QPoint()), w->size());
+        }
+        return found;
+    };
+    control->setValue(control->minimum());
+    const QList<QRect> before = places();
+    control->setValue(control->maximum());
+    QCOMPARE(places(), before);
 }
 
 QTEST_MAIN(tst_mainwindow)

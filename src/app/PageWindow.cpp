@@ -1,9 +1,9 @@
 #include "app/PageWindow.h"
 
+#include "app/TitleLabel.h"
 #include "app/ZuSettings.h"
 #include "tabs/tabDlg.h"
 
-#include <QLabel>
 #include <QVBoxLayout>
 
 PageWindow::PageWindow(tabDlg* page)
@@ -16,7 +16,7 @@ PageWindow::PageWindow(tabDlg* page)
 
     auto* central = new QWidget(this);
     auto* layout = new QVBoxLayout(central);
-    auto* title = new QLabel(page->windowTitle(), central);
+    auto* title = new TitleLabel(page->windowTitle(), central);
     title->setObjectName(QStringLiteral("tabTitle"));
     layout->addWidget(title);
     page->setParent(central);

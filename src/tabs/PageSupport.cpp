@@ -2,6 +2,10 @@
 
 #include <QAbstractButton>
 #include <QEvent>
+#include <QGroupBox>
+#include <QLabel>
+
+#include <algorithm>
 
 bool acceptRead(
     tabDlg* page, Korvane::eErr err, const char* where, std::initializer_list<QWidget*> hideWhenMissing)
@@ -9,12 +13,29 @@ bool acceptRead(
     if (err == Korvane::ERR_SUCCESS)
         return true;
     if (err == Korvane::ERR_NOT_SUPPORTED) {
-        for (QWidget* widget : hideWhenMissing)
-            widget->hide();
+        hideMissing(hideWhenMissing);
         return false;
     }
     page->showError(err, where);
     return false;
+}
+
+void hideMissing(std::initializer_list<QWidget*> widgets)
+{
+    for (QWidget* widget : widgets) {
+        widget->hide();
+        QWidget* container = widget->parentWidget();
+        if (!container)
+            continue;
+        for (QLabel* label : container->findChildren<QLabel*>(Qt::FindDirectChildrenOnly)) {
+            if (label->buddy() == widget)
+                label->hide();
+        }
+        auto* group = qobject_cast<QGroupBox*>(container);
+        const QList<QWidget*> inGroup = container->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+        if (group && std::all_of(inGroup.begin(), inGroup.end(), [](QWidget* w) { return w->isHidden(); }))
+            group->hide();
+    }
 }
 
 QString fieldError(const char* where, Korvane::eErr err)

@@ -21,6 +21,10 @@ class QWidget;
 bool acceptRead(
     tabDlg* page, Korvane::eErr err, const char* where, std::initializer_list<QWidget*> hideWhenMissing = {});
 
+// Hides controls the unit lacks, with what only describes them: the labels
+// whose buddy they are, and a group box left with nothing else to show.
+void hideMissing(std::initializer_list<QWidget*> widgets);
+
 // What a field shows instead of a value it could not read: "<where>: Error: "
 // and the library's text, joined by one more blank.
 QString fieldError(const char* where, Korvane::eErr err);

@@ -93,7 +93,8 @@ void tabBacklightDlg::refresh()
             m_lastIntensity = intensity;
         }
     } else if (err == ERR_NOT_SUPPORTED) {
-        ui->sliderBacklightLevel->hide();
+        if (!ui->sliderBacklightLevel->isHidden())
+            hideMissing({ ui->sliderBacklightLevel });
     } else {
         ui->labelBLLevel->setText(QStringLiteral("0"));
         showError(err, "getIntensity");

@@ -15,8 +15,13 @@ tabIODlg::tabIODlg(QWidget* parent)
     ui->setupUi(this);
     populateCombobox(ui->comboBoxCI_1);
     populateCombobox(ui->comboBoxCI_2);
-    ui->labelDC_Value->hide();
-    ui->labelHZ_Value->hide();
+    // The numbers come and go with the outputs; their room stays, and so do the sliders.
+    for (QLabel* number : { ui->labelDC_Value, ui->labelHZ_Value }) {
+        QSizePolicy policy = number->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        number->setSizePolicy(policy);
+        number->hide();
+    }
 
     QComboBox* modes[] = { ui->comboBoxCI_1, ui->comboBoxCI_2 };
     for (uint8_t input = 1; input <= 2; ++input) {
