@@ -4,8 +4,33 @@
 #include "tabs/PageSupport.h"
 #include "tabs/tabDlg.h"
 
-#include <QElapsedTimer>
 #include <QTest>
+
+#include <atomic>
+#include <cerrno>
+#include <sys/syscall.h>
+#include <time.h>
+#include <unistd.h>
+
+namespace
+{
+// While set, nanosleep does not sleep: it keeps the request and answers
+// `sleepAnswer`, as an interrupted sleep (-1) or a completed one (0).
+std::atomic<bool> catchSleeps { false };
+struct timespec caughtRequest {
+};
+int sleepAnswer = 0;
+} // namespace
+
+extern "C" int nanosleep(const struct timespec* request, struct timespec* remaining)
+{
+    if (!catchSleeps)
+        return int(syscall(SYS_nanosleep, request, remaining));
+    caughtRequest = *request;
+    if (sleepAnswer != 0)
+        errno = EINTR;
+    return sleepAnswer;
+}
 
 namespace
 {
@@ -30,6 +55,7 @@ private slots:
     void cleanup() { checkNoWindowLeft(); }
     void failureDialogs_data();
     void failureDialogs();
+    void sleep_data();
     void sleep();
     void pageTimer();
 };
@@ -73,16 +99,34 @@ void tst_tabdlg::failureDialogs()
     QCOMPARE(texts(recorder), silentWithoutPage ? QStringList() : expected);
 }
 
+void tst_tabdlg::sleep_data()
+{
+    QTest::addColumn<unsigned long>("milliseconds");
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<qint64>("seconds");
+    QTest::addColumn<qint64>("nanoseconds");
+    QTest::addColumn<bool>("completed");
+
+    // Without the remainder the nanoseconds are out of range and nanosleep
+    // refuses; a wrong unit sleeps far too long or short.
+    QTest::newRow("1005 ms") << 1005ul << 0 << qint64(1) << qint64(5000000) << true;
+    QTest::newRow("2500 ms") << 2500ul << 0 << qint64(2) << qint64(500000000) << true;
+    QTest::newRow("999 ms") << 999ul << 0 << qint64(0) << qint64(999000000) << true;
+    QTest::newRow("interrupted") << 10ul << -1 << qint64(0) << qint64(10000000) << false;
+}
+
 void tst_tabdlg::sleep()
 {
-    // 1 s and 5,000,000 ns: without the remainder the nanoseconds are out of
-    // range and nanosleep refuses; a wrong unit sleeps far too long or short.
-    QElapsedTimer timer;
-    timer.start();
-    QVERIFY(OSSleep(1005));
-    const qint64 elapsed = timer.elapsed();
-    // Generous above, for a loaded machine.
-    QVERIFY2(elapsed >= 1005 && elapsed < 1400, qPrintable(QString::number(elapsed)));
+    QFETCH(unsigned long, milliseconds);
+    QFETCH(int, answer);
+
+    sleepAnswer = answer;
+    catchSleeps = true;
+    const bool completed = OSSleep(milliseconds);
+    catchSleeps = false;
+    QTEST(qint64(caughtRequest.tv_sec), "seconds");
+    QTEST(qint64(caughtRequest.tv_nsec), "nanoseconds");
+    QTEST(completed, "completed");
 }
 
 namespace
