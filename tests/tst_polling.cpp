@@ -70,6 +70,17 @@ void TestPolling::idleTick_data()
                                   << Settings()
                                   << QStringList { "Lightsensor_getAverageIlluminance() -> 0",
                                          "Lightsensor_getOperatingRange() -> 0" };
+    // Both kinds of reading, a voltage and a frequency, on an output that
+    // runs: every text stays as it is.
+    QTest::newRow("io") << "io"
+                        << Settings { { "CfgIn/CfgInMode_1", 4 }, { "CfgIn/Value_1", 25000 },
+                               { "CfgIn/CfgInMode_2", 7 }, { "PWMOut/PWMOutputChannelDutyCycle_1", 40 } }
+                        << Settings()
+                        << QStringList { "PWMOut_getPWMOutputStatus() -> 0",
+                               "PWMOut_getPWMOutputChannelDutyCycle(1) -> 0",
+                               "PWMOut_getPWMOutputChannelFrequency(1) -> 0", "CfgIn_getCfgInMode(1) -> 0",
+                               "CfgIn_getValue(1) -> 0", "CfgIn_getCfgInMode(2) -> 0",
+                               "CfgIn_getPwmValue(2) -> 0" };
     QTest::newRow("light sensor, no illuminance")
         << "lightsensor" << Settings() << Settings { { "Lightsensor_getAverageIlluminance", 2 } }
         << QStringList { "Lightsensor_getAverageIlluminance() -> 2", "Lightsensor_getOperatingRange() -> 0" };

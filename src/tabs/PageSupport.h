@@ -60,4 +60,27 @@ template <class Field> void showLatin1(Field* field, const char* text)
         field->setText(QString::fromLatin1(text));
 }
 
+// The text a field shows for a reading, formatted again only when the
+// reading differs from the last one: a tick that reads the same values
+// neither formats nor allocates. `Reading` needs ==.
+template <class Reading> class ReadingText
+{
+public:
+    template <class Field, class Format> void show(Field* field, const Reading& reading, Format format)
+    {
+        if (!m_known || !(reading == m_reading)) {
+            m_text = format();
+            m_reading = reading;
+            m_known = true;
+        }
+        if (field->text() != m_text)
+            field->setText(m_text);
+    }
+
+private:
+    Reading m_reading {};
+    QString m_text;
+    bool m_known = false;
+};
+
 #endif // PAGESUPPORT_H

@@ -5,8 +5,21 @@
 #include <QTimer>
 
 #include <cmath>
+#include <cstring>
 
 using namespace Korvane;
+
+namespace
+{
+// A float as its bits: a reading kept to compare with the next, where 0.0 and
+// -0.0 differ in text and a NaN equals itself.
+uint32_t bitsOf(float value)
+{
+    uint32_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    return bits;
+}
+} // namespace
 
 tabIODlg::tabIODlg(QWidget* parent)
     : tabDlg(parent)
@@ -115,7 +128,8 @@ void tabIODlg::getCurrentDutyCycle()
         return;
     }
     ui->sliderDC->setValue(m_dutyCycle);
-    ui->labelDC_Value->setText(QStringLiteral("%1 %").arg(m_dutyCycle));
+    const uint8_t percent = m_dutyCycle;
+    m_dutyText.show(ui->labelDC_Value, percent, [percent] { return QStringLiteral("%1 %").arg(percent); });
     ui->labelDC_Value->setVisible(m_dutyCycle != 0);
 }
 
@@ -131,7 +145,9 @@ void tabIODlg::getCurrentPWMFreq()
     // The slider takes the whole hertz; a reading that is no number leaves it.
     if (std::isfinite(m_frequency))
         ui->sliderHZ->setValue(static_cast<int>(qBound(-1.0e9, double(m_frequency), 1.0e9)));
-    ui->labelHZ_Value->setText(QStringLiteral("%1 Hz").arg(double(m_frequency), 0, 'g', 6));
+    const float hertz = m_frequency;
+    m_frequencyText.show(ui->labelHZ_Value, bitsOf(hertz),
+        [hertz] { return QStringLiteral("%1 Hz").arg(double(hertz), 0, 'g', 6); });
     ui->labelHZ_Value->setVisible(m_frequency != 0.0f);
 }
 
@@ -227,7 +243,8 @@ void tabIODlg::updateMeasurement(int input)
         showError(err, "getCfgInMode");
         return;
     }
-    QString text;
+    // What the text is made of: the mode, the code and the reading.
+    Reading reading { mode, ERR_SUCCESS, 0, 0 };
     const char* where = "CfgIn_getValue";
     switch (mode) {
     case CFGIN_HI_SWITCH:
@@ -237,12 +254,7 @@ void tabIODlg::updateMeasurement(int input)
     case CFGIN_RESISTANCE: {
         uint16_t value = 0;
         err = CfgIn_getValue(m_inputs, number, &value);
-        if (mode == CFGIN_RESISTANCE)
-            text = QStringLiteral("%1 Ohm").arg(value);
-        else if (mode == CFGIN_VOLTAGE_2V5 || mode == CFGIN_VOLTAGE_5V) // in 0.1 mV
-            text = QStringLiteral("%1 (%2 V)").arg(value).arg(value / 10000.0, 0, 'f', 2);
-        else
-            text = QString::number(value);
+        std::get<2>(reading) = value;
         break;
     }
     case CFGIN_FREQ_FLOATING:
@@ -252,7 +264,8 @@ void tabIODlg::updateMeasurement(int input)
         uint8_t dutyCycle = 0;
         err = CfgIn_getPwmValue(m_inputs, number, &hertz, &dutyCycle);
         where = "CfgIn_getPwmValue";
-        text = QStringLiteral("%1 Hz %2 %").arg(double(hertz), 0, 'f', 1).arg(dutyCycle);
+        std::get<2>(reading) = bitsOf(hertz);
+        std::get<3>(reading) = dutyCycle;
         break;
     }
     case CFGIN_NOT_IN_USE:
@@ -260,7 +273,34 @@ void tabIODlg::updateMeasurement(int input)
     }
     if (err != ERR_SUCCESS) {
         showError(err, where);
-        text = QStringLiteral("error!");
+        reading = Reading { mode, err, 0, 0 };
     }
-    field->setText(text);
+    m_measurementText[input == 1 ? 0 : 1].show(
+        field, reading, [&reading] { return measurementText(reading); });
+}
+
+QString tabIODlg::measurementText(const Reading& reading)
+{
+    const auto [mode, err, raw, dutyCycle] = reading;
+    if (err != ERR_SUCCESS)
+        return QStringLiteral("error!");
+    switch (mode) {
+    case CFGIN_HI_SWITCH:
+    case CFGIN_LOW_SWITCH:
+        return QString::number(raw);
+    case CFGIN_VOLTAGE_2V5:
+    case CFGIN_VOLTAGE_5V: // in 0.1 mV
+        return QStringLiteral("%1 (%2 V)").arg(raw).arg(raw / 10000.0, 0, 'f', 2);
+    case CFGIN_RESISTANCE:
+        return QStringLiteral("%1 Ohm").arg(raw);
+    case CFGIN_FREQ_FLOATING:
+    case CFGIN_FREQ_PULL_UP:
+    case CFGIN_FREQ_PULL_DOWN: {
+        float hertz = 0;
+        std::memcpy(&hertz, &raw, sizeof hertz);
+        return QStringLiteral("%1 Hz %2 %").arg(double(hertz), 0, 'f', 1).arg(dutyCycle);
+    }
+    default:
+        return QString();
+    }
 }

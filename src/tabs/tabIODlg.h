@@ -7,6 +7,7 @@
 #include "tabs/PageSupport.h"
 
 #include <memory>
+#include <tuple>
 
 class QComboBox;
 class QTimer;
@@ -41,7 +42,11 @@ private:
     void setCfgInMode(int input, Korvane::CfgInModeEnum mode);
     void setThreshold(int input, double hertz);
     void selectChannel(uint8_t channel);
+    // An input's mode, the code of its reading, the reading (the value, or
+    // the frequency's bits) and the duty cycle of a frequency.
+    using Reading = std::tuple<int, int, uint32_t, int>;
     void updateMeasurement(int input);
+    static QString measurementText(const Reading& reading);
     void getCurrentDutyCycle();
     void getCurrentPWMFreq();
     void getCurrentPWMConfiguration();
@@ -56,6 +61,9 @@ private:
     float m_frequency = 0;
     // The fault mask the pictures show; none before the first reading.
     int m_faults = -1;
+    ReadingText<uint8_t> m_dutyText;
+    ReadingText<uint32_t> m_frequencyText;
+    ReadingText<Reading> m_measurementText[2];
     // Off while the page is built: the controls it sets from the unit write nothing.
     bool m_ready = false;
 };

@@ -19,7 +19,9 @@ bool setValue(const QString& key, const QVariant& value)
 
 QVariant value(const QString& key)
 {
-    return Store::instance().current(key);
+    Store& unit = Store::instance();
+    const Store::Lock lock(unit.mutex);
+    return unit.current(key);
 }
 
 void hold(const QString& key, const QVariant& value)

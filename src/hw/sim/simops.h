@@ -97,14 +97,19 @@ eErr run(const char* operation, const void* handle, const Args& arguments, Body 
     return code;
 }
 
-template <class T> T fromStore(Store& u, const QString& key)
+template <class T> T fromValue(const QVariant& value)
 {
     if constexpr (std::is_same_v<T, bool>)
-        return u.integer(key) != 0;
+        return Store::wholeOf(value) != 0;
     else if constexpr (std::is_floating_point_v<T>)
-        return T(u.number(key));
+        return T(Store::numberOf(value));
     else
-        return static_cast<T>(u.wide(key));
+        return static_cast<T>(Store::wholeOf(value));
+}
+
+template <class T> T fromStore(Store& u, const QString& key)
+{
+    return fromValue<T>(u.current(key));
 }
 
 template <class T> QVariant toStore(T value)
@@ -115,13 +120,14 @@ template <class T> QVariant toStore(T value)
         return static_cast<int>(value);
 }
 
-inline bool flag(Store& u, const char* key)
+// Keys given as QStringLiteral: made without allocating or looking up.
+inline bool flag(Store& u, const QString& key)
 {
-    return u.integer(u.key(key)) != 0;
+    return u.integer(key) != 0;
 }
-inline bool inRange(Store& u, const char* countKey, int number)
+inline bool inRange(Store& u, const QString& countKey, int number)
 {
-    return number >= 1 && number <= u.integer(u.key(countKey));
+    return number >= 1 && number <= u.integer(countKey);
 }
 inline QString indexed(const char* key, int index)
 {
@@ -147,23 +153,26 @@ template <class T> constexpr std::pair<double, double> limitsOf()
 
 template <class T> eErr getOne(Store& u, const QString& key, T* out)
 {
-    if (!u.has(key))
+    QVariant value;
+    if (!u.read(key, value))
         return Korvane::ERR_NOT_SUPPORTED;
     if (!out)
         return Korvane::ERR_INVALID_PARAMETER;
-    *out = fromStore<T>(u, key);
+    *out = fromValue<T>(value);
     return Korvane::ERR_SUCCESS;
 }
 
 // Two outputs kept under two keys; the value exists only with both of them.
 template <class A, class B> eErr getPair(Store& u, const QString& keyA, A* a, const QString& keyB, B* b)
 {
-    if (!u.has(keyA) || !u.has(keyB))
+    QVariant valueA;
+    QVariant valueB;
+    if (!u.read(keyA, valueA) || !u.read(keyB, valueB))
         return Korvane::ERR_NOT_SUPPORTED;
     if (!a || !b)
         return Korvane::ERR_INVALID_PARAMETER;
-    *a = fromStore<A>(u, keyA);
-    *b = fromStore<B>(u, keyB);
+    *a = fromValue<A>(valueA);
+    *b = fromValue<B>(valueB);
     return Korvane::ERR_SUCCESS;
 }
 

@@ -387,38 +387,58 @@ void Store::loadState()
     m_tail = lastBytes(data);
 }
 
+const QVariant* Store::find(const QString& key) const
+{
+    const auto saved = m_state.values.constFind(key);
+    if (saved != m_state.values.constEnd())
+        return &*saved;
+    const auto given = m_profile.values.constFind(key);
+    return given != m_profile.values.constEnd() ? &*given : nullptr;
+}
+
 bool Store::has(const QString& key) const
 {
-    Lock lock(mutex);
-    return m_state.values.contains(key) || m_profile.values.contains(key);
+    return find(key) != nullptr;
 }
 
 QVariant Store::stored(const QString& key) const
 {
-    Lock lock(mutex);
-    const auto saved = m_state.values.constFind(key);
-    if (saved != m_state.values.constEnd())
-        return *saved;
-    return m_profile.values.value(key);
+    const QVariant* value = find(key);
+    return value ? *value : QVariant();
 }
 
 QVariant Store::current(const QString& key) const
 {
-    Lock lock(mutex);
-    const auto held = m_held.constFind(key);
-    if (held != m_held.constEnd())
-        return *held;
-    if (key == QLatin1String("Backlight/Intensity")
-        && integer(QStringLiteral("Backlight/AutomaticBLStatus")) == 1 && has(key)) {
+    return reported(key, find(key));
+}
+
+bool Store::read(const QString& key, QVariant& value) const
+{
+    const QVariant* stored = find(key);
+    if (!stored)
+        return false;
+    value = reported(key, stored);
+    return true;
+}
+
+QVariant Store::reported(const QString& key, const QVariant* stored) const
+{
+    if (!m_held.isEmpty()) {
+        const auto held = m_held.constFind(key);
+        if (held != m_held.constEnd())
+            return *held;
+    }
+    if (stored && key == QLatin1String("Backlight/Intensity")
+        && integer(QStringLiteral("Backlight/AutomaticBLStatus")) == 1) {
         // The automatic backlight drives the intensity from the illuminance.
         const double lux = number(QStringLiteral("Lightsensor/AverageIlluminance"));
         return qBound(20, qRound(20 + lux * 0.235), 255);
     }
-    const QVariant base = stored(key);
-    if (!base.isValid() || m_frozen || m_profile.heldAtStored.contains(key)
-        || m_state.heldAtStored.contains(key))
-        return base;
-    return live(key, base);
+    if (!stored)
+        return QVariant();
+    if (m_frozen || m_profile.heldAtStored.contains(key) || m_state.heldAtStored.contains(key))
+        return *stored;
+    return live(key, *stored);
 }
 
 QVariant Store::live(const QString& key, const QVariant& base) const
@@ -476,7 +496,11 @@ bool plainWhole(const QVariant& value, long long& result)
 
 long long Store::wide(const QString& key) const
 {
-    const QVariant value = current(key);
+    return wholeOf(current(key));
+}
+
+long long Store::wholeOf(const QVariant& value)
+{
     long long whole = 0;
     if (plainWhole(value, whole))
         return whole;
@@ -510,7 +534,11 @@ int Store::integer(const QString& key) const
 
 double Store::number(const QString& key) const
 {
-    const QVariant value = current(key);
+    return numberOf(current(key));
+}
+
+double Store::numberOf(const QVariant& value)
+{
     long long whole = 0;
     if (plainWhole(value, whole))
         return double(whole);
@@ -521,7 +549,6 @@ double Store::number(const QString& key) const
 
 QString Store::key(const char* literal)
 {
-    Lock lock(mutex);
     auto found = m_keys.constFind(literal);
     if (found == m_keys.constEnd())
         found = m_keys.insert(literal, QString::fromLatin1(literal));
@@ -530,7 +557,6 @@ QString Store::key(const char* literal)
 
 QString Store::key(const char* literal, int index)
 {
-    Lock lock(mutex);
     const auto id = std::make_pair(literal, index);
     auto found = m_indexedKeys.constFind(id);
     if (found == m_indexedKeys.constEnd())
@@ -796,7 +822,6 @@ void Store::freezeLive(bool frozen)
 
 int Store::codeFor(const char* operation) const
 {
-    Lock lock(mutex);
     if (m_forcedCodes.isEmpty() && m_state.codes.isEmpty() && m_profile.codes.isEmpty())
         return 0;
     const QByteArray name = QByteArray::fromRawData(operation, qsizetype(std::strlen(operation)));
@@ -813,6 +838,7 @@ int Store::codeFor(const char* operation) const
 
 int Store::codeFor(const QString& operation) const
 {
+    Lock lock(mutex);
     return codeFor(operation.toLatin1().constData());
 }
 

@@ -44,6 +44,8 @@ public:
 
     // Every access goes through this lock; it is recursive so that helpers
     // may nest. A standard mutex, so that ThreadSanitizer sees the locking.
+    // The readers below (has to number) and key() leave it to their caller:
+    // operations read several values under the one lock they hold.
     mutable std::recursive_mutex mutex;
     using Lock = std::lock_guard<std::recursive_mutex>;
 
@@ -59,6 +61,11 @@ public:
     int integer(const QString& key) const;
     long long wide(const QString& key) const;
     double number(const QString& key) const;
+    // current() of a value the unit has, in one look-up; false without it.
+    bool read(const QString& key, QVariant& value) const;
+    // A value as wide() and number() read it.
+    static long long wholeOf(const QVariant& value);
+    static double numberOf(const QVariant& value);
 
     // A write made by a setter: kept and saved to the state file. False when
     // it cannot be saved; the unit then keeps the value it had.
@@ -87,6 +94,7 @@ public:
     void hold(const QString& key, const QVariant& value);
     void freezeLive(bool frozen);
 
+    // The code injected for an operation; the caller holds the lock.
     int codeFor(const char* operation) const;
     int codeFor(const QString& operation) const;
     void forceCode(const QString& operation, int code);
@@ -125,6 +133,10 @@ private:
     bool refresh(int fd, const SimFile::Stamp& now);
     void compact(int fd);
     QVariant live(const QString& key, const QVariant& base) const;
+    // current() of `key` whose stored value is `stored` (null: none).
+    QVariant reported(const QString& key, const QVariant* stored) const;
+    // The stored value under `key`, saved state before profile; null if none.
+    const QVariant* find(const QString& key) const;
 
     Values m_profile;
     Values m_state;

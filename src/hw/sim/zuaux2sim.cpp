@@ -62,30 +62,30 @@ bool within(double value, double lowest, double highest)
 {
     return std::isfinite(value) && value >= lowest && value <= highest;
 }
-bool validMask(Store& u, const char* countKey, int mask)
+bool validMask(Store& u, const QString& countKey, int mask)
 {
-    return mask >= 0 && mask < (1LL << std::clamp(u.integer(u.key(countKey)), 0, 62));
+    return mask >= 0 && mask < (1LL << std::clamp(u.integer(countKey), 0, 62));
 }
 
 bool hasDisplay(Store& u)
 {
-    return flag(u, "About/IsDisplayAvailable");
+    return flag(u, QStringLiteral("About/IsDisplayAvailable"));
 }
 bool hasTouch(Store& u)
 {
-    return flag(u, "About/IsTouchScreenAvailable");
+    return flag(u, QStringLiteral("About/IsTouchScreenAvailable"));
 }
 bool hasBattery(Store& u)
 {
-    return flag(u, "Unit/HasBattery");
+    return flag(u, QStringLiteral("Unit/HasBattery"));
 }
 bool hasTelematics(Store& u)
 {
-    return flag(u, "Unit/TelematicsAvailable");
+    return flag(u, QStringLiteral("Unit/TelematicsAvailable"));
 }
-bool hasCount(Store& u, const char* countKey)
+bool hasCount(Store& u, const QString& countKey)
 {
-    return u.integer(u.key(countKey)) > 0;
+    return u.integer(countKey) > 0;
 }
 
 // The unit must stay startable: without the on/off signal as a trigger, the
@@ -172,7 +172,7 @@ eErr startUpgrade(const char* operation, FirmwareUpgradeHandle h, const char* fi
     eErr Family##_get##Name(Family##Handle h, uint8_t index, Type* out)                                      \
     {                                                                                                        \
         return run(#Family "_get" #Name, h, traceArgs(index), [&](Store& u) -> eErr {                        \
-            if (!inRange(u, countKey, index))                                                                \
+            if (!inRange(u, QStringLiteral(countKey), index))                                                \
                 return ERR_NOT_SUPPORTED;                                                                    \
             return getOne(u, indexed(#Family "/" #Name, index), out);                                        \
         });                                                                                                  \
@@ -183,7 +183,7 @@ eErr startUpgrade(const char* operation, FirmwareUpgradeHandle h, const char* fi
     eErr Family##_set##Name(Family##Handle h, uint8_t index, Type value)                                     \
     {                                                                                                        \
         return run(#Family "_set" #Name, h, traceArgs(index, value), [&](Store& u) -> eErr {                 \
-            if (!inRange(u, countKey, index))                                                                \
+            if (!inRange(u, QStringLiteral(countKey), index))                                                \
                 return ERR_NOT_SUPPORTED;                                                                    \
             return setOne(u, indexed(#Family "/" #Name, index), value, (valid));                             \
         });                                                                                                  \
@@ -441,7 +441,7 @@ SIM_GET_AT(CfgIn, Value, uint16_t, "About/NrOfCfgInConnections")
 eErr CfgIn_getPwmValue(CfgInHandle h, uint8_t input, float* hertz, uint8_t* dutyCycle)
 {
     return run("CfgIn_getPwmValue", h, traceArgs(input), [&](Store& u) -> eErr {
-        if (!inRange(u, "About/NrOfCfgInConnections", input))
+        if (!inRange(u, QStringLiteral("About/NrOfCfgInConnections"), input))
             return ERR_NOT_SUPPORTED;
         return getPair(
             u, indexed("CfgIn/PwmFrequency", input), hertz, indexed("CfgIn/PwmDutyCycle", input), dutyCycle);
@@ -456,7 +456,7 @@ eErr Config_setButtonFunction(ConfigHandle h, uint8_t button, ButtonConfigEnum f
 {
     return run("Config_setButtonFunction", h, traceArgs(button, function), [&](Store& u) -> eErr {
         const QString key = indexed("Config/ButtonFunction", button);
-        if (!inRange(u, "About/NrOfButtons", button) || !u.has(key))
+        if (!inRange(u, QStringLiteral("About/NrOfButtons"), button) || !u.has(key))
             return ERR_NOT_SUPPORTED;
         if (!validButtonFunction(function))
             return ERR_INVALID_PARAMETER;
@@ -468,19 +468,20 @@ eErr Config_setButtonFunction(ConfigHandle h, uint8_t button, ButtonConfigEnum f
     });
 }
 
-SIM_GET(Config, CanStartupPowerConfig, ZuStatus, hasCount(u, "About/NrOfCANConnections"))
-SIM_SET(Config, CanStartupPowerConfig, bool, hasCount(u, "About/NrOfCANConnections"), true)
+SIM_GET(Config, CanStartupPowerConfig, ZuStatus, hasCount(u, QStringLiteral("About/NrOfCANConnections")))
+SIM_SET(Config, CanStartupPowerConfig, bool, hasCount(u, QStringLiteral("About/NrOfCANConnections")), true)
 SIM_GET(Config, ExtFanStartupPowerConfig, ZuStatus, true)
 SIM_SET(Config, ExtFanStartupPowerConfig, bool, true, true)
-SIM_GET(Config, VideoStartupPowerConfig, uint8_t, hasCount(u, "About/NrOfVideoConnections"))
-SIM_SET(Config, VideoStartupPowerConfig, uint8_t, hasCount(u, "About/NrOfVideoConnections"),
-    validMask(u, "About/NrOfVideoConnections", value))
+SIM_GET(Config, VideoStartupPowerConfig, uint8_t, hasCount(u, QStringLiteral("About/NrOfVideoConnections")))
+SIM_SET(Config, VideoStartupPowerConfig, uint8_t, hasCount(u, QStringLiteral("About/NrOfVideoConnections")),
+    validMask(u, QStringLiteral("About/NrOfVideoConnections"), value))
 SIM_GET(Config, ExtOnOffSigTrigTime, uint32_t, true)
 SIM_SET(Config, ExtOnOffSigTrigTime, uint32_t, true, true)
 SIM_GET(Config, FrontBtnTrigTime, uint16_t, true)
 SIM_SET(Config, FrontBtnTrigTime, uint16_t, true, true)
-SIM_GET(Config, HeatingTempLimit, int16_t, flag(u, "Unit/HasHeater"))
-SIM_SET(Config, HeatingTempLimit, int16_t, flag(u, "Unit/HasHeater"), value >= -40 && value <= 85)
+SIM_GET(Config, HeatingTempLimit, int16_t, flag(u, QStringLiteral("Unit/HasHeater")))
+SIM_SET(
+    Config, HeatingTempLimit, int16_t, flag(u, QStringLiteral("Unit/HasHeater")), value >= -40 && value <= 85)
 SIM_GET(Config, LongButtonPressAction, PowerAction, true)
 SIM_SET(Config, LongButtonPressAction, PowerAction, true, validAction(value))
 SIM_GET(Config, ShortButtonPressAction, PowerAction, true)
@@ -508,8 +509,8 @@ eErr Config_setStartupTriggerConfig(ConfigHandle h, TriggerConf trigger)
 
 SIM_GET(Config, StartupVoltageConfig, double, true)
 SIM_SET(Config, StartupVoltageConfig, double, true, within(value, 0, 36))
-SIM_GET(Config, SuspendMaxTime, uint16_t, flag(u, "Unit/SuspendSupported"))
-SIM_SET(Config, SuspendMaxTime, uint16_t, flag(u, "Unit/SuspendSupported"), true)
+SIM_GET(Config, SuspendMaxTime, uint16_t, flag(u, QStringLiteral("Unit/SuspendSupported")))
+SIM_SET(Config, SuspendMaxTime, uint16_t, flag(u, QStringLiteral("Unit/SuspendSupported")), true)
 
 // ---------------------------------------------------------------------------
 SIM_FAMILY(Diagnostic)
@@ -561,8 +562,8 @@ eErr Diagnostic_getTimer(DiagnosticHandle h, DiagnosticTimer* timer)
 
 // ---------------------------------------------------------------------------
 SIM_FAMILY(DigIO)
-SIM_GET(DigIO, DigIO, uint8_t, hasCount(u, "About/NrOfDigIOConnections"))
-SIM_SET(DigIO, DigIO, uint8_t, hasCount(u, "About/NrOfDigIOConnections"), value <= 15)
+SIM_GET(DigIO, DigIO, uint8_t, hasCount(u, QStringLiteral("About/NrOfDigIOConnections")))
+SIM_SET(DigIO, DigIO, uint8_t, hasCount(u, QStringLiteral("About/NrOfDigIOConnections")), value <= 15)
 
 // ---------------------------------------------------------------------------
 SIM_FAMILY(FirmwareUpgrade)
@@ -745,13 +746,13 @@ eErr Lightsensor_stopAverageCalc(LightsensorHandle h)
 SIM_FAMILY(Power)
 SIM_GET(Power, BLPowerStatus, ZuStatus, hasDisplay(u))
 SIM_SET(Power, BLPowerStatus, bool, hasDisplay(u), true)
-SIM_GET(Power, CanPowerStatus, ZuStatus, hasCount(u, "About/NrOfCANConnections"))
-SIM_SET(Power, CanPowerStatus, bool, hasCount(u, "About/NrOfCANConnections"), true)
+SIM_GET(Power, CanPowerStatus, ZuStatus, hasCount(u, QStringLiteral("About/NrOfCANConnections")))
+SIM_SET(Power, CanPowerStatus, bool, hasCount(u, QStringLiteral("About/NrOfCANConnections")), true)
 SIM_GET(Power, ExtFanPowerStatus, ZuStatus, true)
 SIM_SET(Power, ExtFanPowerStatus, bool, true, true)
-SIM_GET(Power, VideoPowerStatus, uint8_t, hasCount(u, "About/NrOfVideoConnections"))
-SIM_SET(Power, VideoPowerStatus, uint8_t, hasCount(u, "About/NrOfVideoConnections"),
-    validMask(u, "About/NrOfVideoConnections", value))
+SIM_GET(Power, VideoPowerStatus, uint8_t, hasCount(u, QStringLiteral("About/NrOfVideoConnections")))
+SIM_SET(Power, VideoPowerStatus, uint8_t, hasCount(u, QStringLiteral("About/NrOfVideoConnections")),
+    validMask(u, QStringLiteral("About/NrOfVideoConnections"), value))
 
 // ---------------------------------------------------------------------------
 SIM_FAMILY(PWMOut)
@@ -759,12 +760,12 @@ SIM_GET_AT(PWMOut, PWMOutputChannelDutyCycle, uint8_t, "About/NrOfPWMOutConnecti
 SIM_SET_AT(PWMOut, PWMOutputChannelDutyCycle, uint8_t, "About/NrOfPWMOutConnections", value <= 100)
 SIM_GET_AT(PWMOut, PWMOutputChannelFrequency, float, "About/NrOfPWMOutConnections")
 SIM_SET_AT(PWMOut, PWMOutputChannelFrequency, float, "About/NrOfPWMOutConnections", within(value, 0, 100000))
-SIM_GET(PWMOut, PWMOutputStatus, uint8_t, hasCount(u, "About/NrOfPWMOutConnections"))
+SIM_GET(PWMOut, PWMOutputStatus, uint8_t, hasCount(u, QStringLiteral("About/NrOfPWMOutConnections")))
 
 eErr PWMOut_setPWMOutOff(PWMOutHandle h, uint8_t channel)
 {
     return run("PWMOut_setPWMOutOff", h, traceArgs(channel), [&](Store& u) -> eErr {
-        if (!inRange(u, "About/NrOfPWMOutConnections", channel))
+        if (!inRange(u, QStringLiteral("About/NrOfPWMOutConnections"), channel))
             return ERR_NOT_SUPPORTED;
         return setOne(u, indexed("PWMOut/PWMOutputChannelDutyCycle", channel), 0, true);
     });
@@ -785,19 +786,20 @@ eErr Telematics_getTelematicsAvailable(TelematicsHandle h, int* available)
 
 #define SIM_TELEMATICS_MODULE(Module)                                                                        \
     SIM_GET(Telematics, Module##PowerStatus, ZuStatus,                                                       \
-        hasTelematics(u) && flag(u, "About/Is" #Module "Mounted"))                                           \
+        hasTelematics(u) && flag(u, QStringLiteral("About/Is" #Module "Mounted")))                           \
     SIM_SET(Telematics, Module##PowerStatus, bool,                                                           \
-        hasTelematics(u) && flag(u, "About/Is" #Module "Mounted"), true)                                     \
+        hasTelematics(u) && flag(u, QStringLiteral("About/Is" #Module "Mounted")), true)                     \
     SIM_GET(Telematics, Module##StartUpPowerStatus, ZuStatus,                                                \
-        hasTelematics(u) && flag(u, "About/Is" #Module "Mounted"))                                           \
+        hasTelematics(u) && flag(u, QStringLiteral("About/Is" #Module "Mounted")))                           \
     SIM_SET(Telematics, Module##StartUpPowerStatus, ZuStatus,                                                \
-        hasTelematics(u) && flag(u, "About/Is" #Module "Mounted"), validStatus(value))
+        hasTelematics(u) && flag(u, QStringLiteral("About/Is" #Module "Mounted")), validStatus(value))
 
 SIM_TELEMATICS_MODULE(GPRS)
 SIM_TELEMATICS_MODULE(WLAN)
 SIM_TELEMATICS_MODULE(GPS)
 SIM_TELEMATICS_MODULE(BT)
-SIM_GET(Telematics, GPSAntennaStatus, ZuStatus, hasTelematics(u) && flag(u, "About/IsGPSMounted"))
+SIM_GET(
+    Telematics, GPSAntennaStatus, ZuStatus, hasTelematics(u) && flag(u, QStringLiteral("About/IsGPSMounted")))
 
 // ---------------------------------------------------------------------------
 SIM_FAMILY(TouchScreen)
