@@ -59,6 +59,9 @@ tabButtonsDlg::tabButtonsDlg(QWidget* parent)
               { ui->comboBox_B5, ui->picture_B5 }, { ui->comboBox_B6, ui->picture_B6 },
               { ui->comboBox_B7, ui->picture_B7 }, { ui->comboBox_B8, ui->picture_B8 },
               { ui->comboBox_B9, ui->picture_B9 }, { ui->comboBox_B10, ui->picture_B10 } };
+    // One icon per function, shared by every combo and read when first drawn.
+    for (const Function& function : functions)
+        m_icons.append(iconOnUse(resource + QLatin1String(function.icon)));
     for (const auto& combo : combos)
         populateCombobox(combo.first);
     // With 8 buttons or fewer, the combos B5 and B10 are out of use and out
@@ -117,12 +120,8 @@ bool tabButtonsDlg::openInputDevice()
 
 void tabButtonsDlg::populateCombobox(QComboBox* combo)
 {
-    int position = 0;
-    for (const Function& function : functions) {
-        combo->insertItem(
-            position, QIcon(resource + QLatin1String(function.icon)), QString::fromLatin1(function.caption));
-        position += 2;
-    }
+    for (size_t i = 0; i < std::size(functions); ++i)
+        combo->insertItem(int(2 * i), m_icons[i], QString::fromLatin1(functions[i].caption));
 }
 
 void tabButtonsDlg::showEvent(QShowEvent* event)

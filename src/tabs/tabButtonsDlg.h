@@ -54,6 +54,8 @@ private:
     uint8_t m_buttonCount = 8;
     // Combo and picture of each button, by button number - 1.
     QVector<std::pair<QComboBox*, QLabel*>> m_buttons;
+    // The combo entries' icons, in the entries' order.
+    QVector<QIcon> m_icons;
     bool m_ready = false;
     int m_inputFd = -1;
     QSocketNotifier* m_notifier = nullptr;
