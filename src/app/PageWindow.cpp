@@ -10,6 +10,7 @@ PageWindow::PageWindow(tabDlg* page)
     : m_page(page)
 {
     setObjectName(QStringLiteral("PageWindow"));
+    useApplicationFont();
     setStyleSheet(applicationStyleSheet());
     setFixedSize(600, 435);
     setWindowTitle(page->windowTitle());

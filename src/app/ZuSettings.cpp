@@ -4,6 +4,7 @@
 #include "dialogs/Dialogs.h"
 #include "ui_ZuSettings.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QFile>
 #include <QKeyEvent>
@@ -19,6 +20,7 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
 {
     const Features features = discoverFeatures(about);
 
+    useApplicationFont();
     ui->setupUi(this);
     setStyleSheet(applicationStyleSheet());
     connect(ui->buttonExit, &QPushButton::clicked, this, &ZuSettings::exit);
@@ -61,6 +63,14 @@ QString applicationStyleSheet()
 {
     QFile style(QStringLiteral(":/ZuSettings/Resources/ZuSettings.qss"));
     return style.open(QIODevice::ReadOnly) ? QString::fromLatin1(style.readAll()) : QString();
+}
+
+void useApplicationFont()
+{
+    QFont font(QStringLiteral("Arial"));
+    font.setBold(true);
+    font.setPixelSize(14);
+    QApplication::setFont(font);
 }
 
 void ZuSettings::addTab(tabDlg* page, tabMenuDlg::eTab index)

@@ -63,4 +63,9 @@ private:
 // The application's style sheet, compiled in.
 QString applicationStyleSheet();
 
+// Makes bold Arial of 14 pixels the application's font. Set before a window
+// is built, every widget, box and popup starts with it and none is given it
+// again.
+void useApplicationFont();
+
 #endif // ZUSETTINGS_H
