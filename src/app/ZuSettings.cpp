@@ -76,6 +76,7 @@ void useApplicationFont()
 void ZuSettings::addTab(tabDlg* page, tabMenuDlg::eTab index)
 {
     page->hide();
+    page->layOutWhenShown();
     pageLayout->addWidget(page);
     pages[index] = page;
 }

@@ -2,6 +2,8 @@
 
 #include "dialogs/Dialogs.h"
 
+#include <QLayout>
+
 // The images and the style sheet are compiled into the pages' static library,
 // where nothing would refer to their registration; every page and the menu
 // derive from tabDlg, so they are registered wherever a page can be built.
@@ -33,4 +35,22 @@ void tabDlg::showError(Korvane::eErr err, const char* where)
 void tabDlg::showError(QString text)
 {
     Dialogs::message(this, QMessageBox::Critical, m_caption, text);
+}
+
+void tabDlg::layOutWhenShown()
+{
+    for (QLayout* layout : findChildren<QLayout*>())
+        layout->setEnabled(false);
+    m_layoutHeld = true;
+}
+
+void tabDlg::setVisible(bool visible)
+{
+    // Showing lays out every layout enabled again, this page's first.
+    if (visible && m_layoutHeld) {
+        m_layoutHeld = false;
+        for (QLayout* layout : findChildren<QLayout*>())
+            layout->setEnabled(true);
+    }
+    QDialog::setVisible(visible);
 }

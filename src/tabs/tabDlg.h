@@ -19,8 +19,17 @@ public:
     // Shows a ready-made text.
     void showError(QString text);
 
+    // Lays the page out when it is first shown, not before: until then its
+    // layouts ignore the resize events that a window's first frame sends to
+    // every widget in it, shown or not.
+    void layOutWhenShown();
+    void setVisible(bool visible) override;
+
 protected:
     QString m_caption;
+
+private:
+    bool m_layoutHeld = false;
 };
 
 #endif // TABDLG_H
