@@ -11,6 +11,7 @@
 // Files are named <profile>-<index>-<page>.png, and <profile>-<page>.png for
 // the pages without a number (the page catalogue's names). Message boxes are recorded
 // and listed on stdout instead of being shown, so the run never blocks.
+#include "app/FontSetup.h"
 #include "app/MainWindowSetup.h"
 #include "app/PageCatalogue.h"
 #include "app/PageWindow.h"
@@ -106,6 +107,8 @@ int main(int argc, char* argv[])
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
+    // The fonts as the program has them.
+    useOwnFontConfiguration();
     QApplication app(argc, argv);
     if (!QDir().mkpath(outDir)) {
         std::fprintf(stderr, "gallery: cannot create %s\n", qPrintable(outDir));

@@ -7,7 +7,7 @@ set -euo pipefail
 
 packages=(
     cmake g++ make ccache
-    qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev
+    qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev libfontconfig-dev
     fonts-liberation fonts-liberation2
 )
 if [ "${1:-}" = "--bench" ]; then

@@ -13,6 +13,7 @@
 // Without ZUSETTINGS_INPUT_DEVICE the Buttons page reads key events from a
 // FIFO of the viewer's own, whose path it prints: press the front buttons
 // with `ZUSETTINGS_INPUT_DEVICE=<path> zuaux-sim press <button>`.
+#include "app/FontSetup.h"
 #include "app/PageCatalogue.h"
 #include "app/PageWindow.h"
 #include "dialogs/Dialogs.h"
@@ -87,6 +88,8 @@ int main(int argc, char* argv[])
         std::fprintf(stderr, "pageview: front buttons: ZUSETTINGS_INPUT_DEVICE=%s zuaux-sim press <button>\n",
             fifo.constData());
     }
+    // The fonts as the program has them.
+    useOwnFontConfiguration();
     QApplication app(argc, argv);
 
     std::unique_ptr<Dialogs::Recorder> recorder;

@@ -1,0 +1,15 @@
+// The fonts the program asks fontconfig for.
+#ifndef FONTSETUP_H
+#define FONTSETUP_H
+
+// Gives fontconfig a configuration of the program's own, to be called before
+// the application object exists. fontconfig otherwise reads every rule file
+// of the system at the first text drawn, mostly substitutions for families
+// and languages the program never shows. This one keeps the system's font
+// folders and caches, the fonts that stand in for Arial with its metrics, and
+// the usual rendering: antialiased, slight hinting, the default LCD filter.
+// FONTCONFIG_FILE or FONTCONFIG_PATH in the environment leave fontconfig as
+// it is, and so does a configuration it cannot take.
+void useOwnFontConfiguration();
+
+#endif // FONTSETUP_H
