@@ -16,7 +16,6 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
     : QMainWindow(parent, flags)
     , ui(new Ui_ZuSettingsClass)
     , pageLayout(new QVBoxLayout)
-    , about(Korvane::GetAbout())
 {
     const Features features = discoverFeatures(about);
 
@@ -53,11 +52,7 @@ void ZuSettings::offer(tabMenuDlg& menu, const PageRow& row, bool present)
     menu.grey(row.number, QString::fromLatin1(row.greyIcon ? row.greyIcon : ""), tr(toolTip));
 }
 
-ZuSettings::~ZuSettings()
-{
-    Korvane::About_release(about);
-    delete ui;
-}
+ZuSettings::~ZuSettings() = default;
 
 QString applicationStyleSheet()
 {

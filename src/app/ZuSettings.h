@@ -4,9 +4,11 @@
 #define ZUSETTINGS_H
 
 #include "app/tabMenuDlg.h"
-#include "zuaux2.h"
+#include "hwsupport/HwHandle.h"
 
 #include <QMainWindow>
+
+#include <memory>
 
 class QVBoxLayout;
 class Ui_ZuSettingsClass;
@@ -52,12 +54,12 @@ private:
     // page in its place.
     void offer(tabMenuDlg& menu, const PageRow& row, bool present);
 
-    Ui_ZuSettingsClass* ui;
+    std::unique_ptr<Ui_ZuSettingsClass> ui;
     tabDlg* pages[tabMenuDlg::tabCount] = {};
     QVBoxLayout* pageLayout;
     int current = tabMenuDlg::MENU;
     bool escapePressed = false;
-    Korvane::AboutHandle about;
+    AboutRef about;
 };
 
 // The application's style sheet, compiled in.
