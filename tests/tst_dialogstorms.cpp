@@ -75,7 +75,7 @@ void pressOn(QWidget* window, QWidget* control, const QString& part)
 
 } // namespace
 
-class TestDialogStorms : public QObject
+class tst_dialogstorms : public QObject
 {
     Q_OBJECT
 private slots:
@@ -87,7 +87,7 @@ private slots:
     void progressStaysUntilReset();
 };
 
-void TestDialogStorms::onePressOneBox_data()
+void tst_dialogstorms::onePressOneBox_data()
 {
     QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("failing"); // "Operation=code"
@@ -120,7 +120,7 @@ void TestDialogStorms::onePressOneBox_data()
                                               << "down";
 }
 
-void TestDialogStorms::onePressOneBox()
+void tst_dialogstorms::onePressOneBox()
 {
     QFETCH(QString, page);
     QFETCH(QString, failing);
@@ -153,7 +153,7 @@ void TestDialogStorms::onePressOneBox()
 }
 
 // A polling timer that fails while a box is open does not stack a second one.
-void TestDialogStorms::boxesDoNotStack()
+void tst_dialogstorms::boxesDoNotStack()
 {
     int boxesSeen = 0;
     QMessageBox::StandardButton nested = QMessageBox::Ok;
@@ -173,7 +173,7 @@ void TestDialogStorms::boxesDoNotStack()
     QCOMPARE(nested, QMessageBox::NoButton);
 }
 
-void TestDialogStorms::exitWithBoxOpen_data()
+void tst_dialogstorms::exitWithBoxOpen_data()
 {
     QTest::addColumn<int>("tab");
     QTest::addColumn<QString>("failing");
@@ -191,7 +191,7 @@ void TestDialogStorms::exitWithBoxOpen_data()
                                           << "";
 }
 
-void TestDialogStorms::exitWithBoxOpen()
+void tst_dialogstorms::exitWithBoxOpen()
 {
     QFETCH(int, tab);
     QFETCH(QString, failing);
@@ -245,7 +245,7 @@ void TestDialogStorms::exitWithBoxOpen()
 
 // Work under a progress dialog lets events through: neither Escape nor a
 // close request may take the dialog away and leave the page open to input.
-void TestDialogStorms::progressStaysUntilReset()
+void tst_dialogstorms::progressStaysUntilReset()
 {
     QWidget window;
     window.show();
@@ -261,5 +261,5 @@ void TestDialogStorms::progressStaysUntilReset()
     QVERIFY(!dialog->isVisible());
 }
 
-QTEST_MAIN(TestDialogStorms)
+QTEST_MAIN(tst_dialogstorms)
 #include "tst_dialogstorms.moc"

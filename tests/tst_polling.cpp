@@ -38,7 +38,7 @@ void tick(const QList<QTimer*>& timers)
 
 } // namespace
 
-class TestPolling : public QObject
+class tst_polling : public QObject
 {
     Q_OBJECT
 private slots:
@@ -49,7 +49,7 @@ private:
     QTemporaryDir m_dir;
 };
 
-void TestPolling::idleTick_data()
+void tst_polling::idleTick_data()
 {
     QTest::addColumn<QString>("page");
     QTest::addColumn<Settings>("values");
@@ -86,7 +86,7 @@ void TestPolling::idleTick_data()
         << QStringList { "Lightsensor_getAverageIlluminance() -> 2", "Lightsensor_getOperatingRange() -> 0" };
 }
 
-void TestPolling::idleTick()
+void tst_polling::idleTick()
 {
     QFETCH(QString, page);
     QFETCH(Settings, values);
@@ -128,5 +128,5 @@ void TestPolling::idleTick()
     QCOMPARE(dialogs.shown.size(), 0);
 }
 
-QTEST_MAIN(TestPolling)
+QTEST_MAIN(tst_polling)
 #include "tst_polling.moc"

@@ -285,7 +285,7 @@ QSet<QString> operationsCalled(const QStringList& trace)
 
 } // namespace
 
-class TestSweep : public QObject
+class tst_sweep : public QObject
 {
     Q_OBJECT
 private slots:
@@ -293,7 +293,7 @@ private slots:
     void sweep();
 };
 
-void TestSweep::sweep_data()
+void tst_sweep::sweep_data()
 {
     QTest::addColumn<QString>("subject");
     // A subject per row, so that a failure names it; the runs of a row are
@@ -303,7 +303,7 @@ void TestSweep::sweep_data()
         QTest::newRow(qPrintable(subject.name)) << subject.name;
 }
 
-void TestSweep::sweep()
+void tst_sweep::sweep()
 {
     QFETCH(QString, subject);
 
@@ -380,5 +380,5 @@ void TestSweep::sweep()
     QVERIFY2(findings.isEmpty(), qPrintable(findings.join(QLatin1Char('\n'))));
 }
 
-QTEST_MAIN(TestSweep)
+QTEST_MAIN(tst_sweep)
 #include "tst_sweep.moc"
