@@ -2,18 +2,15 @@
 
 #include "ui_tabDigIODlg.h"
 
-#include <QTimer>
-
 using namespace Korvane;
 
 tabDigIODlg::tabDigIODlg(QWidget* parent)
     : tabDlg(parent)
     , ui(std::make_unique<Ui_tabDigIO>())
-    , m_updateTimer(new QTimer(this))
+    , m_updateTimer(new PageTimer(this, updateIntervalMs, &tabDigIODlg::updateIOValues))
 {
     ui->setupUi(this);
-    connect(m_updateTimer, &QTimer::timeout, this, &tabDigIODlg::updateIOValues);
-    ui->labelStatus->setText(QStringLiteral("Updated every %1 ms").arg(m_updateInterval));
+    ui->labelStatus->setText(QStringLiteral("Updated every %1 ms").arg(updateIntervalMs));
 
     QCheckBox* outputs[] = { ui->checkBoxDO_1, ui->checkBoxDO_2, ui->checkBoxDO_3, ui->checkBoxDO_4 };
     for (QCheckBox* box : outputs)
@@ -43,14 +40,7 @@ void tabDigIODlg::dropOutputs()
 void tabDigIODlg::showEvent(QShowEvent* event)
 {
     tabDlg::showEvent(event);
-    m_updateTimer->start(m_updateInterval);
     updateIOValues();
-}
-
-void tabDigIODlg::hideEvent(QHideEvent* event)
-{
-    m_updateTimer->stop();
-    tabDlg::hideEvent(event);
 }
 
 // The boxes are touched only when the inputs changed.

@@ -7,7 +7,6 @@
 
 #include <memory>
 
-class QTimer;
 class Ui_tabDigIO;
 
 class tabDigIODlg : public tabDlg
@@ -23,15 +22,14 @@ public slots:
 
 protected:
     void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
     void dropOutputs();
 
     std::unique_ptr<Ui_tabDigIO> ui;
     DigIORef m_digIO;
-    QTimer* m_updateTimer;
-    int m_updateInterval = 250;
+    static constexpr int updateIntervalMs = 250;
+    PageTimer* m_updateTimer;
     // The input mask the boxes show; the form's boxes start unchecked.
     uint8_t m_inputs = 0;
 };

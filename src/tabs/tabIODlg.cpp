@@ -2,8 +2,6 @@
 
 #include "ui_tabIODlg.h"
 
-#include <QTimer>
-
 #include <cmath>
 #include <cstring>
 
@@ -58,8 +56,7 @@ tabIODlg::tabIODlg(QWidget* parent)
             showError(err, "getMinFrequencyThreshold");
     }
 
-    m_refreshTimer = new QTimer(this);
-    connect(m_refreshTimer, &QTimer::timeout, this, &tabIODlg::updatePWMOutStatus);
+    m_refreshTimer = new PageTimer(this, 500, &tabIODlg::updatePWMOutStatus);
     m_ready = true;
 }
 
@@ -78,13 +75,6 @@ void tabIODlg::showEvent(QShowEvent* event)
 {
     tabDlg::showEvent(event);
     getCurrentPWMConfiguration();
-    m_refreshTimer->start(m_refreshInterval);
-}
-
-void tabIODlg::hideEvent(QHideEvent* event)
-{
-    m_refreshTimer->stop();
-    tabDlg::hideEvent(event);
 }
 
 void tabIODlg::updatePWMOutStatus()

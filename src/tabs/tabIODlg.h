@@ -10,7 +10,6 @@
 #include <tuple>
 
 class QComboBox;
-class QTimer;
 class Ui_tabIO;
 
 class tabIODlg : public tabDlg
@@ -35,7 +34,6 @@ public slots:
 
 protected:
     void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
     void populateCombobox(QComboBox* combo);
@@ -54,8 +52,7 @@ private:
     std::unique_ptr<Ui_tabIO> ui;
     CfgInRef m_inputs;
     PWMOutRef m_pwm;
-    QTimer* m_refreshTimer = nullptr;
-    int m_refreshInterval = 500;
+    PageTimer* m_refreshTimer = nullptr;
     uint8_t m_channel = 1;
     uint8_t m_dutyCycle = 0;
     float m_frequency = 0;
