@@ -8,12 +8,6 @@
 #include "telematics/MyGPSThread.h"
 #include "telematics/serial.h"
 
-#include <QApplication>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QThread>
-
 #include <memory>
 
 namespace
@@ -34,30 +28,13 @@ std::unique_ptr<tabTelematicsDlg> pageOn(const Steps& unit)
     return std::make_unique<tabTelematicsDlg>(nullptr);
 }
 
-template <typename Widget> Widget* child(const QWidget& page, const char* name)
+// The properties `expected` names as the page holds them.
+Steps statesOf(const QWidget& page, const Steps& expected)
 {
-    auto* widget = page.findChild<Widget*>(QLatin1String(name));
-    if (!widget)
-        qFatal("the page has no %s", name);
-    return widget;
-}
-
-// The device side answers each command it gets with the next of `answers`,
-// padded with zero bytes to `size`, the console's read size, so that no
-// exchange waits for the time-out; `received` gets the commands.
-QThread* answering(PtyDevice& device, const QList<QByteArray>& answers, int size, QList<QByteArray>& received)
-{
-    QThread* modem = QThread::create([&device, answers, size, &received] {
-        for (const QByteArray& answer : answers) {
-            QByteArray command;
-            for (int tries = 0; command.isEmpty() && tries < 100; ++tries)
-                command = device.receive(100);
-            received << command;
-            device.send(answer + QByteArray(size - answer.size(), '\0'));
-        }
-    });
-    modem->start();
-    return modem;
+    Steps actual;
+    for (const QString& property : expected)
+        actual << stateOf(page, property);
+    return actual;
 }
 } // namespace
 
@@ -164,10 +141,7 @@ private slots:
         for (const QString& step : steps)
             act(*page, recorder, step);
         QTEST(ZuAuxSim::trace().filter(QRegularExpression("^Telematics_set")), "calls");
-        QStringList actual;
-        for (const QString& expected : state)
-            actual << stateOf(*page, expected);
-        QCOMPARE(actual, state);
+        QCOMPARE(statesOf(*page, state), state);
         QTEST(recorder.texts(), "errors");
     }
 
@@ -203,74 +177,12 @@ private slots:
         Dialogs::Recorder recorder;
         std::unique_ptr<tabTelematicsDlg> page = pageOn(unit);
         if (!typed.isEmpty())
-            child<QLineEdit>(*page, "lineEditGSMdev")->setText(typed);
+            act(*page, recorder, "lineEditGSMdev.text=" + typed);
         page.reset();
         QCOMPARE(QStringList({ ZuAuxSim::value("File/ZusettingsGsmPort").toString(),
                      ZuAuxSim::value("File/ZusettingsGpsPort").toString() }),
             stored);
         QTEST(recorder.texts(), "errors");
-    }
-
-    // Each console button sends its command on the modem's port, opened when
-    // the sub-page is entered and closed when it is left.
-    void modemPage_data()
-    {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<Steps>("input");
-        QTest::addColumn<QList<QByteArray>>("answers");
-        QTest::addColumn<int>("size");
-        QTest::addColumn<QList<QByteArray>>("wire");
-        QTest::addColumn<QString>("shown");
-
-        using Bytes = QList<QByteArray>;
-        QTest::newRow("network") << "pushButtonGetNetwork" << Steps() << Bytes { "+CREG: 0,5\r\nOK\r\n" }
-                                 << 128 << Bytes { QByteArray("AT+CREG?\r\n", 11) }
-                                 << "editNetworkStatus.text=Network status: Ok, Roaming";
-        QTest::newRow("PIN status") << "pushButtonGetPIN" << Steps() << Bytes { "+CPIN: SIM PIN\r\n" } << 128
-                                    << Bytes { QByteArray("AT+CPIN?\r\n", 11) }
-                                    << "editPinStatus.text=PIN code status: Enter PIN";
-        QTest::newRow("PIN") << "pushButtonSetPin" << Steps { "editPin.text=4711" } << Bytes { "OK" } << 128
-                             << Bytes { "AT+CPIN=4711\r\n" } << "textEditGSM.plainText=OK";
-        QTest::newRow("SMS") << "pushButtonCall"
-                             << Steps { "editNumber.text=+4917", "editSMStext.text=Hello" }
-                             << Bytes { "OK", "> ", "+CMGS: 3" } << 256
-                             << Bytes { QByteArray("AT+CMGF=1\r\n", 12), "AT+CMGS=+4917\r\n",
-                                    "Hello\x1aS=+4917\r\n" }
-                             << "textEditGSM.plainText=+CMGS: 3";
-        QTest::newRow("command") << "pushButtonCustomExec" << Steps { "editCustomAT.text=ATI" }
-                                 << Bytes { "SIM800" } << 512 << Bytes { "ATI\r\n" }
-                                 << "textEditGSM.plainText=SIM800";
-    }
-
-    void modemPage()
-    {
-        QFETCH(QString, button);
-        QFETCH(Steps, input);
-        QFETCH(QList<QByteArray>, answers);
-        QFETCH(int, size);
-        QFETCH(QString, shown);
-
-        PtyDevice device;
-        Dialogs::Recorder recorder;
-        const std::unique_ptr<tabTelematicsDlg> page = pageOn(
-            { "Telematics/GPRSPowerStatus=1", QStringLiteral("File/ZusettingsGsmPort=") + device.path() });
-        page->show();
-        for (const QString& step : input + Steps { "tabWidget.currentIndex=2" })
-            act(*page, recorder, step);
-        QVERIFY(serial_dev_gsm && serial_dev_gsm->configured);
-        const termios line = device.attributes();
-        QCOMPARE(cfgetospeed(&line), speed_t(B57600));
-
-        QList<QByteArray> received;
-        const std::unique_ptr<QThread> modem(answering(device, answers, size, received));
-        child<QPushButton>(*page, qPrintable(button))->click();
-        QVERIFY(modem->wait(30000));
-        QTEST(received, "wire");
-        QCOMPARE(stateOf(*page, shown), shown);
-
-        act(*page, recorder, "tabWidget.currentIndex=0");
-        QVERIFY(!serial_dev_gsm);
-        QCOMPARE(recorder.texts(), QStringList());
     }
 
     // Entering the GPS sub-page starts the reader on the receiver's port;
@@ -295,30 +207,29 @@ private slots:
         QVERIFY(serial_dev_gps);
         const termios line = device.attributes();
         QCOMPARE(cfgetospeed(&line), speed_t(B9600));
-        QVERIFY(child<QPushButton>(*page, "buttonToggleData")->isVisible());
+        QCOMPARE(stateOf(*page, "buttonToggleData.visible"), "buttonToggleData.visible=true");
 
         const QByteArray nmea("$GPRMC,140307.000,A,5740.1234,N,01158.5678,E,0.13,274.5,210612,,,A*6B\r\n"
                               "$GPGGA,140307.000,5740.1234,N,01158.5678,E,1,07,1.1,62.5,M,41.0,M,,0000*55\r\n"
                               "$PFST,FOM,6*63\r\n");
         // A whole read, so that the reader does not wait for more.
-        device.send(nmea + QByteArray(512 - nmea.size(), '\n'));
-        auto* accuracy = child<QLineEdit>(*page, "editGpsAcc");
-        QTRY_COMPARE_WITH_TIMEOUT(accuracy->text(), "6 meters", 10000);
-        QCOMPARE(QStringList({ stateOf(*page, "editGpsDate.text"), stateOf(*page, "editGpsPos.text"),
-                     stateOf(*page, "editGpsSat.text"), stateOf(*page, "editGpsAlt.text"),
-                     stateOf(*page, "editGpsSpeed.text") }),
-            QStringList({ "editGpsDate.text=2012-06-21 - 14:03:07", "editGpsPos.text=5740.1234N 01158.5678E ",
-                "editGpsSat.text=07", "editGpsAlt.text=62.5 meters",
-                "editGpsSpeed.text=0.13 knots, Heading: 274.5 degrees" }));
-        QVERIFY(child<QPlainTextEdit>(*page, "textEdit")->toPlainText().contains("$PFST,FOM,6*63"));
+        const QByteArray block = nmea + QByteArray(512 - nmea.size(), '\n');
+        device.send(block);
+        QTRY_COMPARE_WITH_TIMEOUT(stateOf(*page, "editGpsAcc.text"), "editGpsAcc.text=6 meters", 10000);
+        const Steps shown { "editGpsDate.text=2012-06-21 - 14:03:07",
+            "editGpsPos.text=5740.1234N 01158.5678E ", "editGpsSat.text=07", "editGpsAlt.text=62.5 meters",
+            "editGpsSpeed.text=0.13 knots, Heading: 274.5 degrees",
+            "textEdit.plainText=" + QString::fromLatin1(block).remove(u'\r') };
+        QCOMPARE(statesOf(*page, shown), shown);
 
         if (closePage) {
             page.reset();
         } else {
+            // The decoded fields start over, all but the accuracy.
             act(*page, recorder, "tabWidget.currentIndex=0");
-            QCOMPARE(stateOf(*page, "editGpsDate.text"), "editGpsDate.text=INVALID");
-            QCOMPARE(accuracy->text(), "6 meters");
-            QVERIFY(!child<QPushButton>(*page, "buttonToggleData")->isVisible());
+            const Steps left { "editGpsDate.text=INVALID", "editGpsAcc.text=6 meters",
+                "buttonToggleData.visible=false" };
+            QCOMPARE(statesOf(*page, left), left);
         }
         QVERIFY(!serial_dev_gps);
         QVERIFY(!gpsThreadRunning);
