@@ -1,18 +1,12 @@
 // The simulated telematics devices: a running zuaux-devices, seen through the
 // serial layer on the ports it stored in the unit: NMEA with valid checksums
-// from the receiver, AT answers from the modem, and the Telematics page that
-// finds both.
-#include "dialogs/Dialogs.h"
-#include "pagecheck.h"
+// from the receiver, AT answers from the modem.
 #include "simunit.h"
-#include "tabs/tabTelematicsDlg.h"
 #include "telematics/nmeadecoder.h"
 #include "telematics/serial.h"
 
-#include <QLineEdit>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -72,7 +66,6 @@ class tst_devices : public QObject
     Q_OBJECT
 
 private slots:
-    void cleanup() { checkNoWindowLeft(); }
     void initTestCase() { resetUnit(); }
 
     void started()
@@ -180,26 +173,7 @@ private slots:
         QVERIFY(devices.process.waitForFinished(10000));
         QVERIFY(QString(devices.process.readAllStandardOutput()).contains(printed));
     }
-
-    // The page viewer's Telematics page, on the unit the tool stored the
-    // paths in, shows the receiver's data.
-    void page()
-    {
-        Devices devices({});
-        ZuAuxSim::reset("full", devices.state());
-        ZuAuxSim::setValue("Telematics/GPSPowerStatus", 1);
-        Dialogs::Recorder recorder;
-        {
-            tabTelematicsDlg page(nullptr);
-            page.show();
-            page.findChild<QTabWidget*>("tabWidget")->setCurrentIndex(1);
-            QTRY_VERIFY_WITH_TIMEOUT(
-                page.findChild<QLineEdit*>("editGpsPos")->text().contains("N 01"), 10000);
-        }
-        QCOMPARE(recorder.texts(), QStringList());
-        resetUnit();
-    }
 };
 
-QTEST_MAIN(tst_devices)
+QTEST_GUILESS_MAIN(tst_devices)
 #include "tst_devices.moc"

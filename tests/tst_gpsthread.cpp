@@ -8,12 +8,8 @@
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QRandomGenerator>
 #include <QTest>
-
-#include <cmath>
 
 namespace
 {
@@ -40,15 +36,6 @@ QString corpusDir()
 QStringList captures()
 {
     return QDir(corpusDir()).entryList({ "*.log" }, QDir::Files, QDir::Name);
-}
-
-// ddmm.mmmm with its hemisphere letter as signed degrees.
-double degrees(const QString& text)
-{
-    const double value = text.chopped(1).toDouble();
-    const double whole = std::floor(value / 100);
-    const double result = whole + (value - whole * 100) / 60;
-    return text.endsWith(u'S') || text.endsWith(u'W') ? -result : result;
 }
 
 // A running reader thread on a pseudo-terminal, with what it showed. It is
@@ -158,74 +145,19 @@ private slots:
         QVERIFY(decode(block, false).isEmpty());
     }
 
-    // Whole RMC sentences of the recordings give the positions that gpsd
-    // decoded for the same second (gpsd drops some that are shown here, such
-    // as impossible dates, and the first fix of a receiver).
-    void recordedPositions_data()
+    void reader_data()
     {
         QTest::addColumn<QString>("capture");
         for (const QString& name : captures())
             QTest::newRow(qPrintable(name)) << name;
     }
 
-    void recordedPositions()
-    {
-        QFETCH(QString, capture);
-        QList<QJsonObject> fixes;
-        for (const QByteArray& line :
-            fileContents(corpusDir() + "/expected/" + capture + ".chk").split('\n')) {
-            const QJsonObject o = QJsonDocument::fromJson(line).object();
-            if (o.value("class") == "TPV" && o.contains("lat"))
-                fixes << o;
-        }
-        int checked = 0;
-        int matched = 0;
-        NmeaDecoder decoder;
-        for (const QByteArray& line : fileContents(corpusDir() + '/' + capture).split('\n')) {
-            QString time, pos;
-            decoder.decodeLine(line, [&](NmeaDecoder::Output o, const QString& text) {
-                if (o == NmeaDecoder::Time)
-                    time = text;
-                else if (o == NmeaDecoder::Position)
-                    pos = text;
-            });
-            if (time.isEmpty() || !pos.endsWith(u' ') || pos.endsWith(QLatin1String("INVALID")))
-                continue;
-            ++checked;
-            const QStringList parts = pos.split(u' ', Qt::SkipEmptyParts);
-            // The century is always shown as 20.
-            const QString second = time.mid(2, 8) + u'T' + time.mid(13);
-            bool sameSecond = false, samePlace = false;
-            for (const QJsonObject& fix : fixes) {
-                if (fix.value("time").toString().mid(2, 17) != second)
-                    continue;
-                sameSecond = true;
-                samePlace = samePlace
-                    || (std::abs(fix.value("lat").toDouble() - degrees(parts[0])) < 1e-6
-                        && std::abs(fix.value("lon").toDouble() - degrees(parts[1])) < 1e-6);
-            }
-            QVERIFY2(samePlace || !sameSecond, qPrintable(time + u' ' + pos));
-            matched += samePlace;
-        }
-        QCOMPARE(matched > 0, checked > 0);
-    }
-
-    void reader_data()
-    {
-        QTest::addColumn<QString>("capture");
-        QTest::addColumn<bool>("pieces");
-        for (const QString& name : captures()) {
-            QTest::newRow(qPrintable(name + ", burst")) << name << false;
-            QTest::newRow(qPrintable(name + ", pieces")) << name << true;
-        }
-    }
-
-    // The recording reaches the page as raw text, in 512-byte reads that end
-    // at a zero byte, and decoded; the thread stops at once and closes the port.
+    // The recording, sent in pieces with pauses, reaches the page as raw text
+    // in 512-byte reads that end at a zero byte, and decoded; the thread stops
+    // at once and closes the port.
     void reader()
     {
         QFETCH(QString, capture);
-        QFETCH(bool, pieces);
 
         QByteArray stream = fileContents(corpusDir() + '/' + capture);
         QVERIFY(!stream.isEmpty());
@@ -242,11 +174,10 @@ private slots:
         QScopedPointer<QThread> sender(QThread::create([&] {
             QRandomGenerator random(uint(stream.size()));
             for (qsizetype at = 0; at < stream.size();) {
-                const qsizetype n = pieces ? random.bounded(1, 700) : stream.size();
+                const qsizetype n = random.bounded(1, 700);
                 reader.device.send(stream.mid(at, n));
                 at += n;
-                if (pieces)
-                    QThread::msleep(random.bounded(20));
+                QThread::msleep(random.bounded(20));
             }
         }));
         sender->start();
