@@ -68,6 +68,7 @@ private slots:
     void titleFits();
     void steadyControls_data();
     void steadyControls();
+    void polishedWhenShown();
 };
 
 void tst_mainwindow::features_data()
@@ -378,6 +379,39 @@ void tst_mainwindow::steadyControls()
     const QList<QRect> before = places();
     control->setValue(control->maximum());
     QCOMPARE(places(), before);
+}
+
+// Showing the window polishes the menu, not the widgets of the hidden pages;
+// each page is polished, every widget of it, when it is first shown.
+void tst_mainwindow::polishedWhenShown()
+{
+    resetUnit("full");
+    Dialogs::Recorder recorder;
+    ZuSettings window;
+    const auto polished = [&window](int tab) {
+        QList<QWidget*> widgets = window.page(tab)->findChildren<QWidget*>();
+        widgets << window.page(tab);
+        QStringList found;
+        for (QWidget* w : widgets) {
+            if (w->testAttribute(Qt::WA_WState_Polished))
+                found << w->objectName();
+        }
+        return found.size() == widgets.size() ? QStringList { "all" } : found;
+    };
+    QList<QStringList> before;
+    for (int tab = Tab::MENU; tab < tabMenuDlg::tabCount; ++tab)
+        before << (window.page(tab) ? polished(tab) : QStringList());
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+
+    QCOMPARE(polished(Tab::MENU), QStringList { "all" });
+    for (int tab = Tab::VERSION; tab < tabMenuDlg::tabCount; ++tab) {
+        if (!window.page(tab))
+            continue;
+        QCOMPARE(polished(tab), before[tab]);
+        window.showTab(tab);
+        QCOMPARE(polished(tab), QStringList { "all" });
+    }
 }
 
 QTEST_MAIN(tst_mainwindow)

@@ -71,7 +71,7 @@ void useApplicationFont()
 void ZuSettings::addTab(tabDlg* page, tabMenuDlg::eTab index)
 {
     page->hide();
-    page->layOutWhenShown();
+    page->holdUntilShown();
     pageLayout->addWidget(page);
     pages[index] = page;
 }

@@ -2,7 +2,12 @@
 
 #include "dialogs/Dialogs.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QLayout>
+#include <QPointer>
+
+#include <utility>
 
 // The images and the style sheet are compiled into the pages' static library,
 // where nothing would refer to their registration; every page and the menu
@@ -37,18 +42,60 @@ void tabDlg::showError(QString text)
     Dialogs::message(this, QMessageBox::Critical, m_caption, text);
 }
 
-void tabDlg::layOutWhenShown()
+// Showing a window polishes every widget inside it, hidden or not, parents
+// before their children. Installed on a held page and each of its widgets,
+// this takes those polish requests and gives them back, in their order, when
+// the page is first shown.
+class HeldPolish : public QObject
+{
+public:
+    explicit HeldPolish(tabDlg* page)
+        : QObject(page)
+    {
+        page->installEventFilter(this);
+        for (QWidget* widget : page->findChildren<QWidget*>())
+            widget->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::Polish)
+            return false;
+        m_asked.append(static_cast<QWidget*>(watched));
+        return true;
+    }
+
+    // Polishes what was asked for meanwhile; the filter goes with the object.
+    void release()
+    {
+        const QList<QPointer<QWidget>> asked = std::move(m_asked);
+        delete this;
+        for (QWidget* widget : asked) {
+            if (widget) {
+                QEvent polish(QEvent::Polish);
+                QCoreApplication::sendEvent(widget, &polish);
+            }
+        }
+    }
+
+private:
+    QList<QPointer<QWidget>> m_asked;
+};
+
+void tabDlg::holdUntilShown()
 {
     for (QLayout* layout : findChildren<QLayout*>())
         layout->setEnabled(false);
-    m_layoutHeld = true;
+    if (!m_held)
+        m_held = new HeldPolish(this);
 }
 
 void tabDlg::setVisible(bool visible)
 {
-    // Showing lays out every layout enabled again, this page's first.
-    if (visible && m_layoutHeld) {
-        m_layoutHeld = false;
+    // Showing polishes what the page held back and lays out every layout
+    // enabled again, this page's first.
+    if (visible && m_held) {
+        std::exchange(m_held, nullptr)->release();
         for (QLayout* layout : findChildren<QLayout*>())
             layout->setEnabled(true);
     }

@@ -8,6 +8,8 @@
 #include <QDialog>
 #include <QString>
 
+class HeldPolish;
+
 class tabDlg : public QDialog
 {
     Q_OBJECT
@@ -19,17 +21,18 @@ public:
     // Shows a ready-made text.
     void showError(QString text);
 
-    // Lays the page out when it is first shown, not before: until then its
-    // layouts ignore the resize events that a window's first frame sends to
-    // every widget in it, shown or not.
-    void layOutWhenShown();
+    // Keeps a hidden page out of its window's first frame: until the page is
+    // first shown, its layouts ignore the resize events that the frame sends
+    // to every widget in the window, shown or not, and its widgets are not
+    // polished with the window's.
+    void holdUntilShown();
     void setVisible(bool visible) override;
 
 protected:
     QString m_caption;
 
 private:
-    bool m_layoutHeld = false;
+    HeldPolish* m_held = nullptr;
 };
 
 #endif // TABDLG_H
