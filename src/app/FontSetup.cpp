@@ -23,6 +23,15 @@ const char configuration[] = R"(<?xml version="1.0"?>
     <family>sans-serif</family>
     <prefer><family>DejaVu Sans</family><family>Liberation Sans</family></prefer>
   </alias>
+  <selectfont>
+    <acceptfont>
+      <pattern><patelt name="family"><string>Liberation Sans</string></patelt></pattern>
+      <pattern><patelt name="family"><string>Arimo</string></patelt></pattern>
+      <pattern><patelt name="family"><string>Albany AMT</string></patelt></pattern>
+      <pattern><patelt name="family"><string>DejaVu Sans</string></patelt></pattern>
+    </acceptfont>
+    <rejectfont><pattern/></rejectfont>
+  </selectfont>
   <match target="pattern">
     <edit name="antialias" mode="append"><bool>true</bool></edit>
     <edit name="hintstyle" mode="append"><const>hintslight</const></edit>
@@ -30,6 +39,12 @@ const char configuration[] = R"(<?xml version="1.0"?>
   </match>
 </fontconfig>
 )";
+
+bool hasFonts(FcConfig* config)
+{
+    const FcFontSet* fonts = FcConfigGetFonts(config, FcSetSystem);
+    return fonts && fonts->nfont > 0;
+}
 } // namespace
 
 void useOwnFontConfiguration()
@@ -39,8 +54,10 @@ void useOwnFontConfiguration()
     FcConfig* config = FcConfigCreate();
     if (!config)
         return;
+    // A system with none of the families the program draws with keeps its
+    // own configuration, and its text.
     if (FcConfigParseAndLoadFromMemory(config, reinterpret_cast<const FcChar8*>(configuration), FcFalse)
-        && FcConfigBuildFonts(config))
+        && FcConfigBuildFonts(config) && hasFonts(config))
         FcConfigSetCurrent(config);
     // The current configuration holds a reference of its own.
     FcConfigDestroy(config);

@@ -8,8 +8,11 @@
 // and languages the program never shows. This one keeps the system's font
 // folders and caches, the fonts that stand in for Arial with its metrics, and
 // the usual rendering: antialiased, slight hinting, the default LCD filter.
-// FONTCONFIG_FILE or FONTCONFIG_PATH in the environment leave fontconfig as
-// it is, and so does a configuration it cannot take.
+// Of the system's fonts it takes only those families and DejaVu Sans, for
+// the characters they lack: Qt lists and sorts every font fontconfig has, at
+// the first text drawn. FONTCONFIG_FILE or FONTCONFIG_PATH in the
+// environment leave fontconfig as it is, and so does a configuration it
+// cannot take or one that finds none of those fonts.
 void useOwnFontConfiguration();
 
 #endif // FONTSETUP_H
