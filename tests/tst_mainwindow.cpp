@@ -58,8 +58,6 @@ class tst_mainwindow : public QObject
     Q_OBJECT
 private slots:
     void cleanup() { checkNoWindowLeft(); }
-    void features_data();
-    void features();
     void discovery_data();
     void discovery();
     void navigation_data();
@@ -70,54 +68,6 @@ private slots:
     void steadyControls();
     void polishedWhenShown();
 };
-
-void tst_mainwindow::features_data()
-{
-    // The profile, then "Operation=code" or "Family/Key=value".
-    QTest::addColumn<QStringList>("setup");
-    QTest::addColumn<QStringList>("present");
-
-    QTest::newRow("full unit") << QStringList { "full" }
-                               << QStringList { "display", "touch", "heater", "can", "digio" };
-    // No display: the touch screen is not even asked for.
-    QTest::newRow("headless") << QStringList { "headless" } << QStringList { "digio" };
-    QTest::newRow("library that supports nothing")
-        << QStringList { "unsupported" } << QStringList { "display", "touch", "can", "digio" };
-    QTest::newRow("other failures count as present")
-        << QStringList { "headless", "About_getIsDisplayAvailable=7", "About_getIsTouchScreenAvailable=19",
-               "About_getNrOfCANConnections=6", "Config_getHeatingTempLimit=7" }
-        << QStringList { "display", "touch", "heater", "can", "digio" };
-    QTest::newRow("no touch, CAN or I/O") << QStringList { "full", "About/IsTouchScreenAvailable=0",
-        "About/NrOfCANConnections=0", "About/NrOfDigIOConnections=0" }
-                                          << QStringList { "display", "heater" };
-}
-
-void tst_mainwindow::features()
-{
-    QFETCH(QStringList, setup);
-    QFETCH(QStringList, present);
-
-    resetUnit(setup.takeFirst());
-    for (const QString& entry : setup)
-        change(entry);
-    const AboutRef about;
-    ZuAuxSim::clearTrace();
-    const Features features = discoverFeatures(about);
-
-    QStringList found;
-    const std::pair<const char*, bool> flags[]
-        = { { "display", features.display }, { "touch", features.touch }, { "heater", features.heater },
-              { "can", features.can }, { "digio", features.digio } };
-    for (const auto& [name, flag] : flags) {
-        if (flag)
-            found << name;
-    }
-    QCOMPARE(found, present);
-    QCOMPARE(callsTo("About_getIsTouchScreenAvailable").size(), features.display ? 1 : 0);
-    // The Config handle is its own; the About handle stays the caller's.
-    QCOMPARE(callsTo("Config_release").size(), callsTo("GetConfig").size());
-    QCOMPARE(callsTo("About_release").size(), 0);
-}
 
 void tst_mainwindow::discovery_data()
 {
@@ -153,6 +103,12 @@ void tst_mainwindow::discovery()
     resetUnit(setup.takeFirst());
     for (const QString& entry : setup)
         change(entry);
+    {
+        // Without a display the touch screen is not even asked for.
+        const AboutRef about;
+        discoverFeatures(about);
+        QCOMPARE(callsTo("About_getIsTouchScreenAvailable").size(), greyed.contains(Tab::DISPLAY) ? 0 : 1);
+    }
     // Pages built on a unit that fails their reads report it.
     Dialogs::Recorder recorder;
     const tabMenuDlg form;
