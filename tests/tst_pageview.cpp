@@ -74,14 +74,14 @@ void tst_pageview::grab_data()
 {
     QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("messages");
-    for (const PageClass& page : pageClasses())
-        QTest::newRow(page.name) << page.name << QString();
+    // The gallery renders every page; here the viewer opens one the menu does not offer.
+    QTest::newRow("power") << "power" << QString();
     QTest::newRow("a profile with a failing read")
         << "buzzer"
         << "  message box \"Zusettings\": Error(7) in getVolume: Communication with the controller failed\n";
 }
 
-// Every page renders on its own; the profile given on the command line is the
+// A page renders on its own; the profile given on the command line is the
 // unit it reads, and its failures are listed instead of blocking.
 void tst_pageview::grab()
 {
