@@ -37,8 +37,6 @@ private:
 
 namespace
 {
-using Steps = QStringList;
-
 QImage picture(const QString& file)
 {
     return QPixmap(":/ZuSettings/Resources/" + file).toImage();
@@ -110,97 +108,92 @@ void tst_buttons::initTestCase()
     qputenv("ZUSETTINGS_INPUT_DEVICE", QFile::encodeName(m_fifo));
 }
 
-// count: buttons of the unit (negative: the query fails); unit: its settings
-// before the page is shown; user: "<combo>=<index>" chosen after that;
-// state: "Bn=<index>" or "Bn.<property>=<value>" of the combo Bn.
+// count: buttons of the unit (negative: the query fails); the row's steps run
+// on the page once it is built.
 void tst_buttons::functions_data()
 {
     QTest::addColumn<int>("count");
-    QTest::addColumn<Steps>("unit");
-    QTest::addColumn<Steps>("user");
-    QTest::addColumn<Steps>("calls");
-    QTest::addColumn<Steps>("state");
-    QTest::addColumn<Steps>("boxes");
+    QTest::addColumn<Scenario>("row");
 
     // Showing writes nothing back; 5 is no function and shows the first entry.
     QTest::newRow("10 buttons shown")
         << 10
-        << Steps { "Config/ButtonFunction_3=6", "Config/ButtonFunction_2=5", "Config/ButtonFunction_10=14" }
-        << Steps() << Steps()
-        << Steps { "B2=0", "B3=3", "B3.currentText=Startup & action trigger", "B10=7", "B5.visible=true",
-               "B3.count=8" }
-        << Steps();
+        << Scenario { .steps = { "Config/ButtonFunction_3=6", "Config/ButtonFunction_2=5",
+                          "Config/ButtonFunction_10=14", "tabButtons.show" },
+               .state = { "comboBox_B2.currentIndex=0", "comboBox_B3.currentIndex=3",
+                   "comboBox_B3.currentText=Startup & action trigger", "comboBox_B10.currentIndex=7",
+                   "comboBox_B5.visible=true", "comboBox_B3.count=8" } };
     QTest::newRow("10 buttons: B5 is button 5, B10 button 10")
-        << 10 << Steps() << Steps { "comboBox_B5=1", "comboBox_B10=4", "comboBox_B6=7" }
-        << Steps { "Config_setButtonFunction(5, 2) -> 0", "Config_setButtonFunction(10, 8) -> 0",
-               "Config_setButtonFunction(6, 14) -> 0" }
-        << Steps() << Steps();
+        << 10
+        << Scenario { .steps = { "tabButtons.show", "comboBox_B5.currentIndex=1",
+                          "comboBox_B10.currentIndex=4", "comboBox_B6.currentIndex=7" },
+               .calls = { "Config_setButtonFunction(5, 2) -> 0", "Config_setButtonFunction(10, 8) -> 0",
+                   "Config_setButtonFunction(6, 14) -> 0" } };
     QTest::newRow("8 buttons: B6 is button 5, B5 and B10 out of use")
-        << 8 << Steps { "Config/ButtonFunction_5=2" }
-        << Steps { "comboBox_B6=4", "comboBox_B9=2", "comboBox_B5=1", "comboBox_B10=1" }
-        << Steps { "Config_setButtonFunction(5, 8) -> 0", "Config_setButtonFunction(8, 4) -> 0" }
-        << Steps { "B5.visible=false", "B10.visible=false", "B9.visible=true" } << Steps();
+        << 8
+        << Scenario { .steps = { "Config/ButtonFunction_5=2", "tabButtons.show", "comboBox_B6.currentIndex=4",
+                          "comboBox_B9.currentIndex=2", "comboBox_B5.currentIndex=1",
+                          "comboBox_B10.currentIndex=1" },
+               .calls = { "Config_setButtonFunction(5, 8) -> 0", "Config_setButtonFunction(8, 4) -> 0" },
+               .state
+               = { "comboBox_B5.visible=false", "comboBox_B10.visible=false", "comboBox_B9.visible=true" } };
     QTest::newRow("count unknown: 8 buttons")
-        << -1 << Steps { "Config/ButtonFunction_5=12" } << Steps { "comboBox_B4=1" }
-        << Steps { "Config_setButtonFunction(4, 2) -> 0" } << Steps { "B6=6", "B5.visible=false" } << Steps();
+        << -1
+        << Scenario { .steps
+               = { "Config/ButtonFunction_5=12", "tabButtons.show", "comboBox_B4.currentIndex=1" },
+               .calls = { "Config_setButtonFunction(4, 2) -> 0" },
+               .state = { "comboBox_B6.currentIndex=6", "comboBox_B5.visible=false" } };
     QTest::newRow("3 buttons: the others out of view")
-        << 3 << Steps() << Steps() << Steps()
-        << Steps { "B3.visible=true", "B4.visible=false", "B9.visible=false" } << Steps();
+        << 3
+        << Scenario { .steps = { "tabButtons.show" },
+               .state
+               = { "comboBox_B3.visible=true", "comboBox_B4.visible=false", "comboBox_B9.visible=false" } };
     // The user's choice stays on show although the unit refused it.
     QTest::newRow("refused for the start-up rule")
-        << 10 << Steps { "Config_setButtonFunction=34" } << Steps { "comboBox_B2=4" }
-        << Steps { "Config_setButtonFunction(2, 8) -> 34" } << Steps { "B2=4" }
-        << Steps {
-               "Button Setting not allowed in combination with the Start-up trigger. Check On/Off tab - Unit "
-               "start-up.\r\nIf the signal is not set as start-up trigger, at least one of the buttons must "
-               "be."
-           };
+        << 10
+        << Scenario { .steps
+               = { "Config_setButtonFunction=34", "tabButtons.show", "comboBox_B2.currentIndex=4" },
+               .calls = { "Config_setButtonFunction(2, 8) -> 34" },
+               .state = { "comboBox_B2.currentIndex=4" },
+               .boxes
+               = { "Button Setting not allowed in combination with the Start-up trigger. Check On/Off tab "
+                   "- Unit start-up.\r\nIf the signal is not set as start-up trigger, at least one of "
+                   "the buttons must be." } };
     QTest::newRow("refused otherwise")
-        << 10 << Steps { "Config_setButtonFunction=15" } << Steps { "comboBox_B3=3" }
-        << Steps { "Config_setButtonFunction(3, 6) -> 15" } << Steps()
-        << Steps { "Error(15) in Config_setButtonFuntion - button #3, function 6: Access denied" };
+        << 10
+        << Scenario { .steps
+               = { "Config_setButtonFunction=15", "tabButtons.show", "comboBox_B3.currentIndex=3" },
+               .calls = { "Config_setButtonFunction(3, 6) -> 15" },
+               .boxes = { "Error(15) in Config_setButtonFuntion - button #3, function 6: Access denied" } };
+    // All eight combos are read, whatever the count.
+    Steps unreadable;
+    for (int button = 1; button <= 8; ++button)
+        unreadable << QStringLiteral(
+            "Error(7) in Config_getButtonFunction - button #%1: Communication with the "
+            "controller failed")
+                          .arg(button);
     QTest::newRow("unreadable functions")
-        << 3 << Steps { "Config_getButtonFunction=7" } << Steps() << Steps() << Steps { "B1.visible=true" }
-        << Steps {
-               "Error(7) in Config_getButtonFunction - button #1: Communication with the controller failed",
-               "Error(7) in Config_getButtonFunction - button #2: Communication with the controller failed",
-               "Error(7) in Config_getButtonFunction - button #3: Communication with the controller failed",
-               "Error(7) in Config_getButtonFunction - button #4: Communication with the controller failed",
-               "Error(7) in Config_getButtonFunction - button #5: Communication with the controller failed",
-               "Error(7) in Config_getButtonFunction - button #6: Communication with the controller failed",
-               "Error(7) in Config_getButtonFunction - button #7: Communication with the controller failed",
-               "Error(7) in Config_getButtonFunction - button #8: Communication with the controller failed"
-           };
+        << 3
+        << Scenario { .steps = { "Config_getButtonFunction=7", "tabButtons.show" },
+               .state = { "comboBox_B1.visible=true" },
+               .boxes = unreadable };
 }
 
 void tst_buttons::functions()
 {
     QFETCH(int, count);
-    QFETCH(Steps, unit);
-    QFETCH(Steps, user);
-    QFETCH(Steps, state);
+    QFETCH(Scenario, row);
 
     Dialogs::Recorder recorder;
     const auto page = buttonsPage(count);
-    for (const QString& setting : unit)
-        change(setting);
-    page->show();
-    for (const QString& choice : user)
-        page->findChild<QComboBox*>(choice.section('=', 0, 0))
-            ->setCurrentIndex(choice.section('=', 1).toInt());
-    QTEST(callsTo(QStringLiteral("Config_setButtonFunction")), "calls");
-
-    QStringList actual;
-    for (const QString& expected : state) {
-        const QString name = expected.section('=', 0, 0);
-        const auto* combo = page->findChild<QComboBox*>("comboBox_" + name.section('.', 0, 0));
-        const QString property = name.section('.', 1);
-        actual << name + '='
-                + (property.isEmpty() ? QString::number(combo->currentIndex())
-                                      : combo->property(property.toLatin1().constData()).toString());
-    }
-    QCOMPARE(actual, state);
-    QTEST(recorder.texts(), "boxes");
+    for (const QString& step : row.steps)
+        act(*page, recorder, step);
+    QCOMPARE(callsTo(QStringLiteral("Config_setButtonFunction")), row.calls);
+    QStringList state;
+    for (const QString& expected : row.state)
+        state << stateOf(*page, expected);
+    QCOMPARE(state, row.state);
+    QCOMPARE(recorder.texts(), row.boxes);
 }
 
 // The key records of F1..F10 light the picture of the button's combo while
@@ -214,22 +207,16 @@ void tst_buttons::keys_data()
     QTest::addColumn<QStringList>("pressed");
 
     const Key end { EV_KEY, KEY_F1, 1 };
-    QTest::newRow("10 buttons: F10 is B10")
-        << 10 << QList<Key> { { EV_KEY, KEY_F10, 1 }, end } << QStringList { "B1", "B10" };
-    QTest::newRow("10 buttons: F5 is B5, F9 held")
-        << 10 << QList<Key> { { EV_KEY, KEY_F5, 1 }, { EV_KEY, KEY_F9, 2 }, end }
-        << QStringList { "B1", "B5", "B9" };
+    QTest::newRow("10 buttons: F5 is B5, F9 held, F10 is B10")
+        << 10 << QList<Key> { { EV_KEY, KEY_F5, 1 }, { EV_KEY, KEY_F9, 2 }, { EV_KEY, KEY_F10, 1 }, end }
+        << QStringList { "B1", "B5", "B9", "B10" };
     QTest::newRow("released again") << 10 << QList<Key> { { EV_KEY, KEY_F3, 1 }, { EV_KEY, KEY_F3, 0 }, end }
                                     << QStringList { "B1" };
-    QTest::newRow("8 buttons ignore F9 and F10")
-        << 8 << QList<Key> { { EV_KEY, KEY_F9, 1 }, { EV_KEY, KEY_F10, 1 }, end } << QStringList { "B1" };
-    QTest::newRow("8 buttons: F5 is B6, F8 is B9")
-        << 8 << QList<Key> { { EV_KEY, KEY_F5, 1 }, { EV_KEY, KEY_F8, 1 }, end }
+    QTest::newRow("8 buttons: F5 is B6, F8 is B9, no F9 or F10")
+        << 8
+        << QList<Key> { { EV_KEY, KEY_F5, 1 }, { EV_KEY, KEY_F8, 1 }, { EV_KEY, KEY_F9, 1 },
+               { EV_KEY, KEY_F10, 1 }, end }
         << QStringList { "B1", "B6", "B9" };
-    QTest::newRow("other types and keys") << 10
-                                          << QList<Key> { { EV_REL, KEY_F2, 1 }, { EV_SYN, 0, 0 },
-                                                 { EV_KEY, KEY_F11, 1 }, { EV_KEY, KEY_ESC, 1 }, end }
-                                          << QStringList { "B1" };
 }
 
 void tst_buttons::keys()

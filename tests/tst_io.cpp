@@ -33,33 +33,34 @@ void inputs()
             .boxes = { "Error(19) in setCfgInMode: Hardware fault",
                 "Error(4) in setMinFrequencyThreshold: Invalid parameter" } });
 
-    // One refresh tick with input 1 in a mode; the reading as the field shows it.
+    // One refresh tick with both inputs in a mode; the readings as the fields show them.
     const Steps tick { "tabIO.updatePWMOutStatus" };
     const struct {
         const char* name;
         Steps unit;
-        QString shown;
+        Steps shown;
         Steps errors;
     } readings[] = {
-        { "25000 in Voltage 5V", { "CfgIn/CfgInMode_1=4", "CfgIn/Value_1=25000" }, "25000 (2.50 V)", {} },
-        { "Voltage 2V5", { "CfgIn/CfgInMode_1=3", "CfgIn/Value_1=12345" }, "12345 (1.23 V)", {} },
-        { "HI switch", { "CfgIn/CfgInMode_1=1", "CfgIn/Value_1=1" }, "1", {} },
-        { "LOW switch", { "CfgIn/CfgInMode_1=2", "CfgIn/Value_1=0" }, "0", {} },
-        { "Resistance", { "CfgIn/CfgInMode_1=5", "CfgIn/Value_1=4700" }, "4700 Ohm", {} },
+        { "voltages",
+            { "CfgIn/CfgInMode_1=4", "CfgIn/Value_1=25000", "CfgIn/CfgInMode_2=3", "CfgIn/Value_2=12345" },
+            { "lineEditCI_1.text=25000 (2.50 V)", "lineEditCI_2.text=12345 (1.23 V)" }, {} },
+        { "switches", { "CfgIn/CfgInMode_1=1", "CfgIn/Value_1=1", "CfgIn/CfgInMode_2=2", "CfgIn/Value_2=0" },
+            { "lineEditCI_1.text=1", "lineEditCI_2.text=0" }, {} },
+        { "resistance, mode 9 shows nothing",
+            { "CfgIn/CfgInMode_1=5", "CfgIn/Value_1=4700", "CfgIn/CfgInMode_2=9" },
+            { "lineEditCI_1.text=4700 Ohm", "lineEditCI_2.text=" }, {} },
         { "12.34 Hz at 40 %",
             { "CfgIn/CfgInMode_1=7", "CfgIn/PwmFrequency_1=12.34", "CfgIn/PwmDutyCycle_1=40" },
-            "12.3 Hz 40 %", {} },
-        { "mode 9 shows nothing", { "CfgIn/CfgInMode_1=9" }, "", {} },
-        { "value unreadable", { "CfgIn/CfgInMode_1=4", "CfgIn_getValue=7" }, "error!",
+            { "lineEditCI_1.text=12.3 Hz 40 %" }, {} },
+        { "value unreadable", { "CfgIn/CfgInMode_1=4", "CfgIn_getValue=7" }, { "lineEditCI_1.text=error!" },
             { "Error(7) in CfgIn_getValue: Communication with the controller failed" } },
-        { "frequency unreadable", { "CfgIn/CfgInMode_1=8", "CfgIn_getPwmValue=6" }, "error!",
+        { "frequency unreadable", { "CfgIn/CfgInMode_1=8", "CfgIn_getPwmValue=6" },
+            { "lineEditCI_1.text=error!" },
             { "Error(6) in CfgIn_getPwmValue: Timeout, the controller did not answer" } },
     };
     for (const auto& reading : readings)
         row(QLatin1String("reading: ") + reading.name,
-            { .steps = reading.unit + tick,
-                .state = { "lineEditCI_1.text=" + reading.shown },
-                .boxes = reading.errors });
+            { .steps = reading.unit + tick, .state = reading.shown, .boxes = reading.errors });
     row("reading: Not in use clears the field",
         { .steps = Steps { "CfgIn/CfgInMode_2=5", "CfgIn/Value_2=330", "build" } + tick
                 + Steps { "comboBoxCI_2.currentIndex=0" } + tick,

@@ -21,11 +21,6 @@ private slots:
     void rereads();
 };
 
-namespace
-{
-const QStringList fullList { "System supervisor", "PCB", "CPU", "CPU board", "Processor module box" };
-} // namespace
-
 // unit: settings before the page is built; shown: settings before it is shown;
 // fields: "<field>=<text>", or "<field>" for a field whose row is gone.
 void tst_temperature::page_data()
@@ -36,59 +31,47 @@ void tst_temperature::page_data()
     QTest::addColumn<QStringList>("fields");
     QTest::addColumn<QStringList>("boxes");
 
-    QTest::newRow("full unit") << QStringList() << QStringList() << fullList
-                               << QStringList { "editTemp_SS=39°C (102.2°F)", "editTemp_PCB=42°C (107.6°F)",
-                                      "editTemp_CPU=51°C (123.8°F)", "editTemp_CPUBoard=38°C (100.4°F)",
-                                      "editTemp=39°C (102.2°F)" }
-                               << QStringList();
-    QTest::newRow("-57, -56 and 255")
-        << QStringList()
-        << QStringList { "Diagnostic/SSTemp=-57", "Diagnostic/PCBTemp=-56", "Diagnostic/PMTemp_0=255" }
-        << fullList
-        << QStringList { "editTemp_SS=N/A", "editTemp_PCB=-56°C (-68.8°F)", "editTemp_CPU=255°C (491°F)",
-               "editTemp=N/A" }
-        << QStringList();
-    QTest::newRow("21 sensors") << QStringList { "Diagnostic/PMSensorCount=19" } << QStringList()
-                                << fullList + QStringList(15, "CPU")
-                                << QStringList { "editTemp_CPU=0°C (32°F)" }
-                                << QStringList { "Error, SensorIndex array out of range." };
-    QTest::newRow("no processor-module sensor")
-        << QStringList { "Diagnostic/PMSensorCount=0" } << QStringList()
-        << QStringList { "System supervisor", "PCB" }
-        << QStringList { "editTemp_CPU", "editTemp_CPUBoard", "editTemp_PCB=42°C (107.6°F)" }
-        << QStringList();
-    QTest::newRow("one processor-module sensor")
-        << QStringList { "Diagnostic/PMSensorCount=1" } << QStringList()
-        << QStringList { "System supervisor", "PCB", "CPU" }
-        << QStringList { "editTemp_CPU=51°C (123.8°F)", "editTemp_CPUBoard" } << QStringList();
-    QTest::newRow("every type") << QStringList { "Diagnostic/PMSensorCount=4", "Diagnostic/PMTempType_0=2",
-        "Diagnostic/PMTempType_1=4", "Diagnostic/PMTempType_2=7", "Diagnostic/PMTempType_3=9" }
-                                << QStringList()
-                                << QStringList { "System supervisor", "PCB", "Processor module env",
-                                       "Processor module backplane", "Processor module other",
-                                       "Unknown sensor: 9" }
-                                << QStringList { "editTemp_CPU=", "editTemp_CPUBoard=" } << QStringList();
-    // Without a supervisor the first entry is the PCB; the failing PCB is not listed.
-    QTest::newRow("supervisor missing, PCB failing")
-        << QStringList { "Diagnostic_getSSTemp=2", "Diagnostic_getPCBTemp=7" } << QStringList()
-        << QStringList { "CPU", "CPU board", "Processor module box" }
-        << QStringList { "editTemp_SS",
-               "editTemp_PCB=Error(7) in getPCBTemp: Communication with the controller failed",
-               "editTemp=51°C (123.8°F)" }
-        << QStringList();
-    QTest::newRow("supervisor failing when built")
-        << QStringList { "Diagnostic_getSSTemp=18" } << QStringList()
-        << QStringList { "PCB", "CPU", "CPU board", "Processor module box" }
-        << QStringList { "editTemp_SS=Error(18) in getSSTemp: Value not available" } << QStringList();
-    QTest::newRow("reads failing when shown")
-        << QStringList()
-        << QStringList { "Diagnostic_getSSTemp=2", "Diagnostic_getPCBTemp=6", "Diagnostic_getPMTemp=19" }
-        << fullList
-        << QStringList { "editTemp_SS=",
-               "editTemp_PCB=getPCBTemp: Error:  Timeout, the controller did not answer",
-               "editTemp_CPU=getPMTemp: Error:  Hardware fault",
-               "editTemp_CPUBoard=getPMTemp: Error:  Hardware fault", "editTemp=" }
-        << QStringList();
+    const QStringList full { "System supervisor", "PCB", "CPU", "CPU board", "Processor module box" };
+    const struct {
+        const char* name;
+        QStringList unit {}, shown {}, sensors {}, fields {}, boxes {};
+    } rows[] = {
+        { "full unit", {}, {}, full,
+            { "editTemp_SS=39°C (102.2°F)", "editTemp_PCB=42°C (107.6°F)", "editTemp_CPU=51°C (123.8°F)",
+                "editTemp_CPUBoard=38°C (100.4°F)", "editTemp=39°C (102.2°F)" } },
+        { "-57, -56 and 255", {},
+            { "Diagnostic/SSTemp=-57", "Diagnostic/PCBTemp=-56", "Diagnostic/PMTemp_0=255" }, full,
+            { "editTemp_SS=N/A", "editTemp_PCB=-56°C (-68.8°F)", "editTemp_CPU=255°C (491°F)",
+                "editTemp=N/A" } },
+        { "21 sensors", { "Diagnostic/PMSensorCount=19" }, {}, full + QStringList(15, "CPU"),
+            { "editTemp_CPU=0°C (32°F)" }, { "Error, SensorIndex array out of range." } },
+        { "no processor-module sensor", { "Diagnostic/PMSensorCount=0" }, {}, { "System supervisor", "PCB" },
+            { "editTemp_CPU", "editTemp_CPUBoard", "editTemp_PCB=42°C (107.6°F)" } },
+        { "one processor-module sensor", { "Diagnostic/PMSensorCount=1" }, {},
+            { "System supervisor", "PCB", "CPU" }, { "editTemp_CPU=51°C (123.8°F)", "editTemp_CPUBoard" } },
+        { "every type",
+            { "Diagnostic/PMSensorCount=4", "Diagnostic/PMTempType_0=2", "Diagnostic/PMTempType_1=4",
+                "Diagnostic/PMTempType_2=7", "Diagnostic/PMTempType_3=9" },
+            {},
+            { "System supervisor", "PCB", "Processor module env", "Processor module backplane",
+                "Processor module other", "Unknown sensor: 9" },
+            { "editTemp_CPU=", "editTemp_CPUBoard=" } },
+        // Without a supervisor the first entry is the PCB; the failing PCB is not listed.
+        { "supervisor missing, PCB failing", { "Diagnostic_getSSTemp=2", "Diagnostic_getPCBTemp=7" }, {},
+            { "CPU", "CPU board", "Processor module box" },
+            { "editTemp_SS", "editTemp_PCB=Error(7) in getPCBTemp: Communication with the controller failed",
+                "editTemp=51°C (123.8°F)" } },
+        { "supervisor failing when built", { "Diagnostic_getSSTemp=18" }, {},
+            { "PCB", "CPU", "CPU board", "Processor module box" },
+            { "editTemp_SS=Error(18) in getSSTemp: Value not available" } },
+        { "reads failing when shown", {},
+            { "Diagnostic_getSSTemp=2", "Diagnostic_getPCBTemp=6", "Diagnostic_getPMTemp=19" }, full,
+            { "editTemp_SS=", "editTemp_PCB=getPCBTemp: Error:  Timeout, the controller did not answer",
+                "editTemp_CPU=getPMTemp: Error:  Hardware fault",
+                "editTemp_CPUBoard=getPMTemp: Error:  Hardware fault", "editTemp=" } },
+    };
+    for (const auto& row : rows)
+        QTest::newRow(row.name) << row.unit << row.shown << row.sensors << row.fields << row.boxes;
 }
 
 void tst_temperature::page()
