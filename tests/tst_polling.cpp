@@ -4,6 +4,7 @@
 #include "allocations.h"
 #include "app/PageCatalogue.h"
 #include "dialogs/Dialogs.h"
+#include "pagecheck.h"
 #include "simunit.h"
 #include "tabs/tabDlg.h"
 
@@ -16,8 +17,6 @@
 
 namespace
 {
-
-using Settings = QList<std::pair<QString, int>>;
 
 // The timers of `page` that run.
 QList<QTimer*> runningTimers(QObject* page)
@@ -52,45 +51,40 @@ private:
 void tst_polling::idleTick_data()
 {
     QTest::addColumn<QString>("page");
-    QTest::addColumn<Settings>("values");
-    QTest::addColumn<Settings>("codes");
+    QTest::addColumn<QStringList>("unit"); // "Family/Key=value" or "Operation=code"
     QTest::addColumn<QStringList>("calls");
 
     // The automatic backlight sets the intensity: the first tick echoes it,
     // the later ones find it unchanged.
     QTest::newRow("display, automatic backlight")
-        << "display" << Settings { { "Backlight/AutomaticBLStatus", 1 } } << Settings()
+        << "display" << QStringList { "Backlight/AutomaticBLStatus=1" }
         << QStringList { "Backlight_getIntensity() -> 0", "Backlight_getHWStatus() -> 0" };
     // A status that fails each time is shown as the same text each time.
     QTest::newRow("display, status failing")
-        << "display" << Settings { { "Backlight/Intensity", 77 } }
-        << Settings { { "Backlight_getHWStatus", 19 } }
+        << "display" << QStringList { "Backlight/Intensity=77", "Backlight_getHWStatus=19" }
         << QStringList { "Backlight_getIntensity() -> 0", "Backlight_getHWStatus() -> 19" };
-    QTest::newRow("light sensor") << "lightsensor" << Settings { { "Lightsensor/OperatingRange", 1 } }
-                                  << Settings()
+    QTest::newRow("light sensor") << "lightsensor" << QStringList { "Lightsensor/OperatingRange=1" }
                                   << QStringList { "Lightsensor_getAverageIlluminance() -> 0",
                                          "Lightsensor_getOperatingRange() -> 0" };
+    QTest::newRow("light sensor, no illuminance")
+        << "lightsensor" << QStringList { "Lightsensor_getAverageIlluminance=2" }
+        << QStringList { "Lightsensor_getAverageIlluminance() -> 2", "Lightsensor_getOperatingRange() -> 0" };
     // Both kinds of reading, a voltage and a frequency, on an output that
     // runs: every text stays as it is.
     QTest::newRow("io") << "io"
-                        << Settings { { "CfgIn/CfgInMode_1", 4 }, { "CfgIn/Value_1", 25000 },
-                               { "CfgIn/CfgInMode_2", 7 }, { "PWMOut/PWMOutputChannelDutyCycle_1", 40 } }
-                        << Settings()
+                        << QStringList { "CfgIn/CfgInMode_1=4", "CfgIn/Value_1=25000", "CfgIn/CfgInMode_2=7",
+                               "PWMOut/PWMOutputChannelDutyCycle_1=40" }
                         << QStringList { "PWMOut_getPWMOutputStatus() -> 0",
                                "PWMOut_getPWMOutputChannelDutyCycle(1) -> 0",
                                "PWMOut_getPWMOutputChannelFrequency(1) -> 0", "CfgIn_getCfgInMode(1) -> 0",
                                "CfgIn_getValue(1) -> 0", "CfgIn_getCfgInMode(2) -> 0",
                                "CfgIn_getPwmValue(2) -> 0" };
-    QTest::newRow("light sensor, no illuminance")
-        << "lightsensor" << Settings() << Settings { { "Lightsensor_getAverageIlluminance", 2 } }
-        << QStringList { "Lightsensor_getAverageIlluminance() -> 2", "Lightsensor_getOperatingRange() -> 0" };
 }
 
 void tst_polling::idleTick()
 {
     QFETCH(QString, page);
-    QFETCH(Settings, values);
-    QFETCH(Settings, codes);
+    QFETCH(QStringList, unit);
     QFETCH(QStringList, calls);
     if (!installAllocationHooks())
         QSKIP("allocations are counted through the sanitizers' allocator hooks");
@@ -99,10 +93,8 @@ void tst_polling::idleTick()
         = m_dir.filePath(QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(".ini"));
     ZuAuxSim::reset(QStringLiteral("full"), state);
     ZuAuxSim::freezeLive(true);
-    for (const auto& [key, value] : values)
-        QVERIFY(ZuAuxSim::setValue(key, value));
-    for (const auto& [operation, code] : codes)
-        ZuAuxSim::forceCode(operation, code);
+    for (const QString& setting : unit)
+        change(setting);
 
     const PageClass* pageClass = findPageClass(page);
     QVERIFY(pageClass);
