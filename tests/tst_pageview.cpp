@@ -1,5 +1,6 @@
-// The page viewer: any catalogued page alone in a window of the main window's
-// size, on the unit the environment or --profile names.
+// The page viewer, any catalogued page alone in a window of the main window's
+// size on the unit the environment or --profile names, and the gallery, every
+// page of a unit rendered to PNG files.
 #include "app/PageCatalogue.h"
 #include "app/PageWindow.h"
 #include "pagecheck.h"
@@ -14,6 +15,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <memory>
+
 class tst_pageview : public QObject
 {
     Q_OBJECT
@@ -25,17 +28,29 @@ private slots:
     void grab();
     void badArguments_data();
     void badArguments();
+    void gallery_data();
+    void gallery();
 };
 
 namespace
 {
-QProcess* pageview(const QStringList& arguments)
+// Runs one of the tools to its end.
+std::unique_ptr<QProcess> run(const char* tool, const QStringList& arguments)
 {
-    auto* process = new QProcess;
-    process->start(QStringLiteral(ZUSETTINGS_BINARY_DIR "/tools/pageview"), arguments);
-    if (!process->waitForFinished(60000))
-        qFatal("pageview hangs");
+    auto process = std::make_unique<QProcess>();
+    process->start(QStringLiteral(ZUSETTINGS_BINARY_DIR "/tools/") + QLatin1String(tool), arguments);
+    if (!process->waitForFinished(120000))
+        qFatal("%s hangs", tool);
     return process;
+}
+
+// The size of a picture that is not all one colour; an empty size for a blank one.
+QSize drawn(const QString& png)
+{
+    const QImage image = QImage(png).convertToFormat(QImage::Format_ARGB32);
+    QImage blank(image.size(), image.format());
+    blank.fill(image.pixel(0, 0));
+    return image.isNull() || image == blank ? QSize() : image.size();
 }
 } // namespace
 
@@ -96,15 +111,10 @@ void tst_pageview::grab()
     ini.close();
 
     const QString png = dir.filePath(QStringLiteral("page.png"));
-    const std::unique_ptr<QProcess> process(pageview({ "--profile", profile, "--grab", png, page }));
+    const auto process = run("pageview", { "--profile", profile, "--grab", png, page });
     QVERIFY2(process->exitCode() == 0, process->readAllStandardError().constData());
     QCOMPARE(QString::fromLatin1(process->readAllStandardOutput()), messages);
-
-    const QImage image = QImage(png).convertToFormat(QImage::Format_ARGB32);
-    QCOMPARE(image.size(), QSize(600, 435));
-    QImage blank(image.size(), image.format());
-    blank.fill(image.pixel(0, 0));
-    QVERIFY(image != blank);
+    QCOMPARE(drawn(png), QSize(600, 435));
 }
 
 void tst_pageview::badArguments_data()
@@ -121,10 +131,45 @@ void tst_pageview::badArguments_data()
 void tst_pageview::badArguments()
 {
     QFETCH(QStringList, arguments);
-    const std::unique_ptr<QProcess> process(pageview(arguments));
+    const auto process = run("pageview", arguments);
     QCOMPARE(process->exitCode(), 2);
     const QByteArray usage = process->readAllStandardError();
     QVERIFY2(usage.startsWith("usage: ") && usage.contains(" buzzer "), usage.constData());
+}
+
+void tst_pageview::gallery_data()
+{
+    QTest::addColumn<QString>("profile");
+    QTest::addColumn<int>("pages");
+    // The menu's pages; each page class the menu does not offer comes alone.
+    QTest::newRow("full") << "full" << 16;
+    // Without a display the buzzer's number stays empty.
+    QTest::newRow("headless") << "headless" << 15;
+    // Failing reads are listed, never waited on.
+    QTest::newRow("faulty") << "faulty" << 16;
+}
+
+void tst_pageview::gallery()
+{
+    QFETCH(QString, profile);
+    QFETCH(int, pages);
+
+    QTemporaryDir out;
+    const auto process = run("gallery", { "--profile", profile, "--out", out.path() });
+    QVERIFY2(process->exitStatus() == QProcess::NormalExit && process->exitCode() == 0,
+        process->readAllStandardError().constData());
+    const QStringList files = QDir(out.path()).entryList({ "*.png" }, QDir::Files, QDir::Name);
+    int alone = 0;
+    for (const PageClass& page : pageClasses()) {
+        if (!page.inMenu) {
+            ++alone;
+            QVERIFY2(files.contains(profile + '-' + page.name + ".png"), page.name);
+        }
+    }
+    QCOMPARE(files.size(), pages + alone);
+    QCOMPARE(files.contains(profile + "-8-buzzer.png"), pages == 16);
+    for (const QString& name : files)
+        QVERIFY2(!drawn(out.filePath(name)).isEmpty(), qPrintable(name + " is blank"));
 }
 
 QTEST_MAIN(tst_pageview)
