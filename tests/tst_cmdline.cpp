@@ -1,6 +1,9 @@
-// The two windowless modes, run as the real program in a child process, and
-// the program's loading of its window library.
+// The program's entry: the mode its arguments choose, the two windowless
+// modes run as the real program in a child process, the loading of its window
+// library, and how the window is set up on the screen.
+#include "app/MainWindowSetup.h"
 #include "pagecheck.h"
+#include "program/AppMode.h"
 #include "simunit.h"
 
 #include <QDateTime>
@@ -11,11 +14,19 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWidget>
+
+Q_DECLARE_METATYPE(AppMode)
 
 class tst_cmdline : public QObject
 {
     Q_OBJECT
 private slots:
+    void cleanup() { checkNoWindowLeft(); }
+    void mode_data();
+    void mode();
+    void mainWindow_data();
+    void mainWindow();
     void reportFile();
     void defaultsThenReport();
     void qtLibraries_data();
@@ -54,6 +65,58 @@ private:
     QTemporaryDir m_dir;
     QByteArray m_err;
 };
+
+void tst_cmdline::mode_data()
+{
+    QTest::addColumn<QByteArrayList>("args");
+    QTest::addColumn<AppMode>("expected");
+    QTest::newRow("no arguments") << QByteArrayList {} << AppMode::Interactive;
+    QTest::newRow("report") << QByteArrayList { "--systemreport", "r.txt" } << AppMode::SystemReport;
+    QTest::newRow("report without file") << QByteArrayList { "--systemreport" } << AppMode::Interactive;
+    QTest::newRow("report, extra argument")
+        << QByteArrayList { "--systemreport", "r.txt", "x" } << AppMode::Interactive;
+    QTest::newRow("report, other case")
+        << QByteArrayList { "--SystemReport", "r.txt" } << AppMode::Interactive;
+    QTest::newRow("defaults") << QByteArrayList { "--factorydefault" } << AppMode::FactoryDefaults;
+    QTest::newRow("defaults, extra argument")
+        << QByteArrayList { "--factorydefault", "extra" } << AppMode::Interactive;
+    QTest::newRow("defaults, longer word") << QByteArrayList { "--factorydefaults" } << AppMode::Interactive;
+}
+
+void tst_cmdline::mode()
+{
+    QFETCH(QByteArrayList, args);
+    QFETCH(AppMode, expected);
+    std::vector<const char*> argv { "zusettings" };
+    for (const QByteArray& a : args)
+        argv.push_back(a.constData());
+    argv.push_back(nullptr);
+    QCOMPARE(chooseMode(int(argv.size()) - 1, argv.data()), expected);
+}
+
+void tst_cmdline::mainWindow_data()
+{
+    QTest::addColumn<QRect>("screen");
+    QTest::addColumn<QMargins>("expected");
+    // A screen whose origin is not at 0,0: the size counts, not the corner.
+    QTest::newRow("800 x 480") << QRect(1920, 0, 800, 480) << QMargins(100, 22, 0, 0);
+    QTest::newRow("480 x 272") << QRect(0, 0, 480, 272) << QMargins(0, 0, 0, 0);
+}
+
+void tst_cmdline::mainWindow()
+{
+    QFETCH(QRect, screen);
+    QFETCH(QMargins, expected);
+    resetUnit("full");
+    QWidget window;
+    prepareMainWindow(window, screen);
+    // Qt adds the window type itself; the hints are exactly these.
+    QCOMPARE(int(window.windowFlags() & ~Qt::WindowType_Mask), 0x0A003100);
+    QCOMPARE(window.contentsMargins(), expected);
+    QVERIFY(window.windowState() & Qt::WindowFullScreen);
+    QCOMPARE(callsTo("ZuAuxPrivate_getFileSetting(\"Screen_Rotation\")").size(), 1);
+    QCOMPARE(callsTo("ZuAuxPrivate_release").size(), callsTo("GetZuAuxPrivate").size());
+}
 
 // An older, longer file is replaced; a file that cannot be opened is skipped
 // silently, with exit code 0 all the same.
@@ -174,5 +237,5 @@ void tst_cmdline::windowLibraryMissing()
     QVERIFY(fileContents(m_dir.filePath("alone.txt")).startsWith("\nSystem report generated on: "));
 }
 
-QTEST_GUILESS_MAIN(tst_cmdline)
+QTEST_MAIN(tst_cmdline)
 #include "tst_cmdline.moc"
