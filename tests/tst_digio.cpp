@@ -62,10 +62,6 @@ void scenarios()
             .calls = { "DigIO_getDigIO() -> 0", "DigIO_getDigIO() -> 6", "DigIO_getDigIO() -> 0" },
             .state = { "timer.active=true" },
             .boxes = { "Error(6) in getDigIO: Timeout, the controller did not answer" } });
-    row("no polling while hidden",
-        { .steps = { "tabDigIO.show", "tabDigIO.hide" },
-            .calls = { "DigIO_getDigIO() -> 0" },
-            .state = { "timer.active=false" } });
     row("outputs written as a mask",
         { .steps = { "checkBoxDO_3.click", "checkBoxDO_1.click", "checkBoxDO_3.click" },
             .calls = { "DigIO_setDigIO(4) -> 0", "DigIO_setDigIO(5) -> 0", "DigIO_setDigIO(1) -> 0" },

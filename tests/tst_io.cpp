@@ -135,8 +135,6 @@ void outputs()
               "tabIO.show" },
             .state = { "timer.active=true" },
             .boxes = { "Error(7) in getPWMOutputStatus: Communication with the controller failed" } });
-    row("no polling while hidden",
-        { .steps = { "tabIO.show", "tabIO.hide" }, .state = { "timer.active=false" } });
 }
 
 void scenarios()

@@ -176,7 +176,6 @@ void tst_mainwindow::navigation_data()
     // Auto-repeat gives releases and presses while the key is down: one step back.
     QTest::newRow("Escape held on a page")
         << int(Tab::ABOUT) << QStringList() << QStringList { "Escape held" } << 0;
-    QTest::newRow("Escape held on the menu") << 0 << QStringList() << QStringList { "Escape held" } << -1;
     // The press closes a box (each box is closed so); its release then
     // reaches the window.
     QTest::newRow("Escape closing a box")
