@@ -6,6 +6,7 @@
 #include "hwsupport/HwHandle.h"
 #include "pagecheck.h"
 #include "simunit.h"
+#include "tabs/PictureLabel.h"
 
 #include <QGraphicsOpacityEffect>
 #include <QLabel>
@@ -337,7 +338,8 @@ void tst_mainwindow::steadyControls()
 }
 
 // Showing the window polishes the menu, not the widgets of the hidden pages;
-// each page is polished, every widget of it, when it is first shown.
+// each page is polished, every widget of it, when it is first shown, and
+// only then reads its pictures.
 void tst_mainwindow::polishedWhenShown()
 {
     resetUnit("full");
@@ -363,9 +365,16 @@ void tst_mainwindow::polishedWhenShown()
     for (int tab = Tab::VERSION; tab < tabMenuDlg::tabCount; ++tab) {
         if (!window.page(tab))
             continue;
+        const QList<PictureLabel*> pictures = window.page(tab)->findChildren<PictureLabel*>();
+        const auto shown = [&pictures] {
+            return std::count_if(
+                pictures.begin(), pictures.end(), [](QLabel* l) { return !l->pixmap().isNull(); });
+        };
         QCOMPARE(polished(tab), before[tab]);
+        QCOMPARE(shown(), 0);
         window.showTab(tab);
         QCOMPARE(polished(tab), QStringList { "all" });
+        QCOMPARE(shown(), pictures.size());
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/PageRegistry.h"
 #include "dialogs/Dialogs.h"
+#include "tabs/PageSupport.h"
 #include "ui_ZuSettings.h"
 
 #include <QApplication>
@@ -21,6 +22,8 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
 
     useApplicationFont();
     ui->setupUi(this);
+    // Read when the window system asks for it, if it does.
+    setWindowIcon(iconOnUse(QStringLiteral(":/ZuSettings/Resources/zu.png")));
     setStyleSheet(applicationStyleSheet());
     connect(ui->buttonExit, &QPushButton::clicked, this, &ZuSettings::exit);
     connect(ui->buttonMenu, &QPushButton::clicked, this, &ZuSettings::menuClicked);

@@ -1,5 +1,6 @@
 #include "app/tabMenuDlg.h"
 
+#include "tabs/PageSupport.h"
 #include "ui_tabMenuDlg.h"
 
 #include <QGraphicsOpacityEffect>
@@ -7,6 +8,11 @@
 namespace
 {
 const QString resourceDir = QStringLiteral(":/ZuSettings/Resources/");
+
+// The icon of each button, by page number.
+const char* const icons[tabMenuDlg::tabCount] = { nullptr, "hwinfo.png", "thermometer.png", "background.png",
+    "energy.png", "heater.png", "kblackbox.png", "ksame.png", "arts.png", "input_device.png", "chip.png",
+    "package_settings.png", "Full.png", "tablet.png", "exit.png", "Globe.png" };
 
 void fade(QWidget* widget)
 {
@@ -39,8 +45,10 @@ tabMenuDlg::tabMenuDlg(QWidget* parent)
         ui->pushButtonOnOffSettings, &QPushButton::clicked, this, &tabMenuDlg::buttonOnOffSettingsClicked);
     connect(ui->pushButtonTelematics, &QPushButton::clicked, this, &tabMenuDlg::buttonTelematicsClicked);
 
-    for (int tab = VERSION; tab < tabCount; ++tab)
+    for (int tab = VERSION; tab < tabCount; ++tab) {
+        setIcon(eTab(tab), QString::fromLatin1(icons[tab]));
         button(eTab(tab))->setAccessibleName(caption(eTab(tab))->text());
+    }
 }
 
 tabMenuDlg::~tabMenuDlg() = default;
@@ -131,7 +139,7 @@ void tabMenuDlg::setCaption(eTab tab, const QString& text)
 
 void tabMenuDlg::setIcon(eTab tab, const QString& file)
 {
-    button(tab)->setIcon(QIcon(resourceDir + file));
+    button(tab)->setIcon(iconOnUse(resourceDir + file));
 }
 
 void tabMenuDlg::grey(eTab tab, const QString& greyFile, const QString& toolTip)

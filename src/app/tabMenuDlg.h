@@ -45,7 +45,9 @@ public:
     // Changes the caption beneath a button; the button's accessible name
     // follows, since the button itself shows only an icon.
     void setCaption(eTab tab, const QString& text);
-    // Shows the resource image `file` (under ":/ZuSettings/Resources/") on a button.
+    // Shows the resource image `file` (under ":/ZuSettings/Resources/") on a
+    // button, read when the button is first drawn: an icon replaced before
+    // that is never read.
     void setIcon(eTab tab, const QString& file);
     // Marks a missing feature: the grey icon (when `greyFile` is not empty),
     // 60 x 60 icon size, tool tip, disabled, button and caption half transparent.

@@ -1,5 +1,7 @@
 #include "tabs/PageSupport.h"
 
+#include "tabs/PictureLabel.h"
+
 #include <QAbstractButton>
 #include <QEvent>
 #include <QGroupBox>
@@ -46,7 +48,7 @@ private:
     const QIcon& icon()
     {
         if (m_icon.isNull())
-            m_icon = QIcon(m_fileName);
+            m_icon = QIcon(readPicture(m_fileName));
         return m_icon;
     }
 

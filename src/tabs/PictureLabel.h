@@ -1,0 +1,40 @@
+// The picture label of a form. It names its picture file and reads it when
+// it is first polished, which is when its page is first shown: a page built
+// hidden decodes no image.
+#ifndef PICTURELABEL_H
+#define PICTURELABEL_H
+
+#include <QLabel>
+#include <QPixmap>
+
+class PictureLabel : public QLabel
+{
+    Q_OBJECT
+    Q_PROPERTY(QString picture READ picture WRITE setPicture)
+public:
+    explicit PictureLabel(QWidget* parent = nullptr);
+
+    QString picture() const { return m_picture; }
+    // The image file shown once the label is polished, unless a pixmap was
+    // set on it meanwhile.
+    void setPicture(const QString& file);
+
+    // A size asked for polishes the label first, so that it counts the picture.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    void showPicture();
+
+    QString m_picture;
+};
+
+// The image of a compiled-in file, read once and then kept in the pixmap
+// cache. Only the reader of its suffix's format is asked: Qt's reader would
+// first load every image format plugin to ask each whether it reads the file.
+QPixmap readPicture(const QString& file);
+
+#endif // PICTURELABEL_H
