@@ -12,8 +12,6 @@
 
 namespace
 {
-const QString noGsm = "Please enable GSM/GPRS power!";
-
 // A page on a unit changed by `unit` ("Family/Key=value", "Operation=code").
 std::unique_ptr<tabTelematicsDlg> pageOn(const Steps& unit)
 {
@@ -36,6 +34,24 @@ Steps statesOf(const QWidget& page, const Steps& expected)
         actual << stateOf(page, property);
     return actual;
 }
+
+// A row on a new page: the steps before "build" change the unit, the others
+// act on the page. Then the state, and the calls that match `calls` and the
+// boxes, after the page has gone when `close`.
+void check(const Scenario& row, const char* calls, bool close)
+{
+    const qsizetype built = row.steps.indexOf(QStringLiteral("build"));
+    Dialogs::Recorder recorder;
+    std::unique_ptr<tabTelematicsDlg> page = pageOn(row.steps.mid(0, qMax<qsizetype>(built, 0)));
+    ZuAuxSim::clearTrace();
+    for (const QString& step : row.steps.mid(built + 1))
+        act(*page, recorder, step);
+    QCOMPARE(statesOf(*page, row.state), row.state);
+    if (close)
+        page.reset();
+    QCOMPARE(ZuAuxSim::trace().filter(QRegularExpression(QLatin1String(calls))), row.calls);
+    QCOMPARE(recorder.texts(), row.boxes);
+}
 } // namespace
 
 class tst_telematics : public QObject
@@ -46,143 +62,105 @@ private slots:
     void cleanup() { checkNoWindowLeft(); }
     void settings_data()
     {
-        QTest::addColumn<Steps>("unit");
-        QTest::addColumn<Steps>("steps");
-        QTest::addColumn<Steps>("calls");
-        QTest::addColumn<Steps>("state");
-        QTest::addColumn<Steps>("errors");
+        QTest::addColumn<Scenario>("row");
 
-        const Steps show { "tabTelematics.show" };
-        QTest::newRow("everything fitted")
-            << Steps { "Telematics/WLANPowerStatus=1", "Telematics/GPSStartUpPowerStatus=1" } << show
-            << Steps()
-            << Steps { "tabWidget.count=3", "checkBoxWLAN.checked=true", "checkBoxGPS.checked=false",
-                   "checkBoxGPS_Startup.checked=true", "checkBoxBT_Startup.checked=false",
-                   "lineEditAvailInterfaces.text=Available interfaces: Bluetooth, WLAN, GSM/GPRS, GPS",
-                   "lineEditGSMdev.text=/dev/ttyUSB0", "lineEditGPSdev.text=/dev/ttyUSB1",
-                   "editGpsAcc.text=", "groupBox_2.title=GPS data", "buttonToggleData.text=Serial data" }
-            << Steps();
+        const QString show = "tabTelematics.show";
+        QTest::newRow("everything fitted") << Scenario { .steps
+            = { "Telematics/WLANPowerStatus=1", "Telematics/GPSStartUpPowerStatus=1", "build", show },
+            .state = { "tabWidget.count=3", "checkBoxWLAN.checked=true", "checkBoxGPS.checked=false",
+                "checkBoxGPS_Startup.checked=true", "checkBoxBT_Startup.checked=false",
+                "lineEditAvailInterfaces.text=Available interfaces: Bluetooth, WLAN, GSM/GPRS, GPS",
+                "lineEditGSMdev.text=/dev/ttyUSB0", "lineEditGPSdev.text=/dev/ttyUSB1",
+                "editGpsAcc.text=", "groupBox_2.title=GPS data", "buttonToggleData.text=Serial data" } };
         QTest::newRow("no GPS: its sub-page and switches are gone")
-            << Steps { "About/IsGPSMounted=0", "Telematics/GPSPowerStatus=1" } << show << Steps()
-            << Steps { "tabWidget.count=2", "checkBoxGPS.visible=false", "checkBoxGPS.checked=false",
-                   "checkBoxGPS_Startup.enabled=false", "checkBoxGPS_Startup.toolTip=GPS is not available",
-                   "lineEditGPSdev.visible=false",
-                   "lineEditAvailInterfaces.text=Available interfaces: Bluetooth, WLAN, GSM/GPRS" }
-            << Steps();
+            << Scenario { .steps = { "About/IsGPSMounted=0", "Telematics/GPSPowerStatus=1", "build", show },
+                   .state = { "tabWidget.count=2", "checkBoxGPS.visible=false", "checkBoxGPS.checked=false",
+                       "checkBoxGPS_Startup.enabled=false",
+                       "checkBoxGPS_Startup.toolTip=GPS is not available", "lineEditGPSdev.visible=false",
+                       "lineEditAvailInterfaces.text=Available interfaces: Bluetooth, WLAN, GSM/GPRS" } };
         // The index of the GPS sub-page now holds the modem's, which is then
         // taken for the GPS page.
         QTest::newRow("no GPS: index 1 is taken for GPS")
-            << Steps { "About/IsGPSMounted=0", "Telematics/GPRSPowerStatus=1" }
-            << Steps { "tabTelematics.show", "tabWidget.currentIndex=1" } << Steps()
-            << Steps { "editGpsDate.text=GPS is not available!", "pushButtonCall.enabled=true" } << Steps();
+            << Scenario { .steps = { "About/IsGPSMounted=0", "Telematics/GPRSPowerStatus=1", "build", show,
+                              "tabWidget.currentIndex=1" },
+                   .state = { "editGpsDate.text=GPS is not available!", "pushButtonCall.enabled=true" } };
         QTest::newRow("nothing fitted, a failing query counts as none")
-            << Steps { "About/IsWLANMounted=0", "About/IsBTMounted=0", "About/IsGPSMounted=0",
-                   "About_getIsGPRSMounted=7" }
-            << show << Steps()
-            << Steps { "tabWidget.count=1", "checkBoxGPRS.toolTip=GSM/GPRS is not available",
-                   "label_9.visible=false", "lineEditAvailInterfaces.text=Available interfaces: " }
-            << Steps();
+            << Scenario { .steps = { "About/IsWLANMounted=0", "About/IsBTMounted=0", "About/IsGPSMounted=0",
+                              "About_getIsGPRSMounted=7", "build", show },
+                   .state = { "tabWidget.count=1", "checkBoxGPRS.toolTip=GSM/GPRS is not available",
+                       "label_9.visible=false", "lineEditAvailInterfaces.text=Available interfaces: " } };
         QTest::newRow("failed power reads")
-            << Steps { "Telematics_getGPRSPowerStatus=2", "Telematics_getWLANPowerStatus=6",
-                   "Telematics_getBTPowerStatus=2", "Telematics/GPSStartUpPowerStatus=1",
-                   "Telematics_getGPSStartUpPowerStatus=7" }
-            << show << Steps()
-            << Steps { "checkBoxGPRS.visible=false", "checkBoxBT.visible=true",
-                   "checkBoxGPS_Startup.checked=false" }
-            << Steps { "Error(6) in getWLANPowerStatus: Timeout, the controller did not answer" };
-        QTest::newRow("switches write at once, failures stay ticked")
-            << Steps { "Telematics_setBTStartUpPowerStatus=19" }
-            << show
-                + Steps { "checkBoxGPRS.click", "checkBoxWLAN_Startup.click", "checkBoxBT_Startup.click",
-                      "checkBoxGPS.click", "checkBoxGPS.click" }
-            << Steps { "Telematics_setGPRSPowerStatus(1) -> 0",
-                   "Telematics_setWLANStartUpPowerStatus(1) -> 0",
-                   "Telematics_setBTStartUpPowerStatus(1) -> 19", "Telematics_setGPSPowerStatus(1) -> 0",
-                   "Telematics_setGPSPowerStatus(0) -> 0" }
-            << Steps { "checkBoxBT_Startup.checked=true" }
-            << Steps { "Error(19) in setBTStartUpPowerStatus: Hardware fault" };
-        QTest::newRow("modem page without power")
-            << Steps() << show + Steps { "tabWidget.currentIndex=2" } << Steps()
-            << Steps { "pushButtonCall.enabled=false", "pushButtonGetPIN.toolTip=" + noGsm,
-                   "textEditGSM.plainText=" + noGsm }
-            << Steps();
-        QTest::newRow("GPS page without power")
-            << Steps() << show + Steps { "tabWidget.currentIndex=1" } << Steps()
-            << Steps { "buttonToggleData.enabled=false", "editGpsDate.text=Please enable GPS Power!" }
-            << Steps();
-        QTest::newRow("a device that cannot be opened")
-            << Steps { "Telematics/GPRSPowerStatus=1", "File/ZusettingsGsmPort=/nonexistent/ttyUSB9" }
-            << show + Steps { "tabWidget.currentIndex=2" } << Steps()
-            << Steps { "pushButtonCall.enabled=true", "pushButtonCall.toolTip=" }
-            << Steps { "Could not open serial port: /nonexistent/ttyUSB9" };
-        const Steps gpsPage = show + Steps { "tabWidget.currentIndex=1", "tabTelematics.GPSModeClicked" };
-        QTest::newRow("raw view") << Steps() << gpsPage << Steps()
-                                  << Steps { "buttonToggleData.text=GPS data", "groupBox_2.title=Serial data",
-                                         "editGpsPos.visible=false", "labelGpsAcc.visible=false",
-                                         "textEdit.visible=true", "textEdit.x=16", "textEdit.y=30",
-                                         "textEdit.width=400", "textEdit.height=180" }
-                                  << Steps();
+            << Scenario { .steps = { "Telematics_getGPRSPowerStatus=2", "Telematics_getWLANPowerStatus=6",
+                              "Telematics_getBTPowerStatus=2", "Telematics/GPSStartUpPowerStatus=1",
+                              "Telematics_getGPSStartUpPowerStatus=7", "build", show },
+                   .state = { "checkBoxGPRS.visible=false", "checkBoxBT.visible=true",
+                       "checkBoxGPS_Startup.checked=false" },
+                   .boxes = { "Error(6) in getWLANPowerStatus: Timeout, the controller did not answer" } };
+        QTest::newRow("switches write at once, failures stay ticked") << Scenario { .steps
+            = { "Telematics_setBTStartUpPowerStatus=19", "build", show, "checkBoxGPRS.click",
+                "checkBoxWLAN_Startup.click", "checkBoxBT_Startup.click", "checkBoxGPS.click",
+                "checkBoxGPS.click" },
+            .calls = { "Telematics_setGPRSPowerStatus(1) -> 0",
+                "Telematics_setWLANStartUpPowerStatus(1) -> 0", "Telematics_setBTStartUpPowerStatus(1) -> 19",
+                "Telematics_setGPSPowerStatus(1) -> 0", "Telematics_setGPSPowerStatus(0) -> 0" },
+            .state = { "checkBoxBT_Startup.checked=true" },
+            .boxes = { "Error(19) in setBTStartUpPowerStatus: Hardware fault" } };
+        const QString noGsm = "Please enable GSM/GPRS power!";
+        QTest::newRow("modem page without power") << Scenario { .steps = { show, "tabWidget.currentIndex=2" },
+            .state = { "pushButtonCall.enabled=false", "pushButtonGetPIN.toolTip=" + noGsm,
+                "textEditGSM.plainText=" + noGsm } };
+        QTest::newRow("GPS page without power") << Scenario { .steps = { show, "tabWidget.currentIndex=1" },
+            .state = { "buttonToggleData.enabled=false", "editGpsDate.text=Please enable GPS Power!" } };
+        const Steps raw { show, "tabWidget.currentIndex=1", "tabTelematics.GPSModeClicked" };
+        QTest::newRow("raw view") << Scenario { .steps = raw,
+            .state = { "buttonToggleData.text=GPS data", "groupBox_2.title=Serial data",
+                "editGpsPos.visible=false", "labelGpsAcc.visible=false", "textEdit.visible=true",
+                "textEdit.x=16", "textEdit.y=30", "textEdit.width=400", "textEdit.height=180" } };
         QTest::newRow("raw view and back")
-            << Steps() << gpsPage + Steps { "tabTelematics.GPSModeClicked" } << Steps()
-            << Steps { "buttonToggleData.text=Serial data", "groupBox_2.title=GPS data",
-                   "editGpsPos.visible=true", "textEdit.visible=false" }
-            << Steps();
+            << Scenario { .steps = raw + Steps { "tabTelematics.GPSModeClicked" },
+                   .state = { "buttonToggleData.text=Serial data", "groupBox_2.title=GPS data",
+                       "editGpsPos.visible=true", "textEdit.visible=false" } };
     }
 
     void settings()
     {
-        QFETCH(Steps, unit);
-        QFETCH(Steps, steps);
-        QFETCH(Steps, state);
-
-        Dialogs::Recorder recorder;
-        const std::unique_ptr<tabTelematicsDlg> page = pageOn(unit);
-        ZuAuxSim::clearTrace();
-        for (const QString& step : steps)
-            act(*page, recorder, step);
-        QTEST(ZuAuxSim::trace().filter(QRegularExpression("^Telematics_set")), "calls");
-        QCOMPARE(statesOf(*page, state), state);
-        QTEST(recorder.texts(), "errors");
+        QFETCH(Scenario, row);
+        check(row, "^Telematics_set", false);
     }
 
     // The paths come from the unit's file settings, or are the defaults, and
     // go back there when the page goes, whether edited or not.
     void devicePaths_data()
     {
-        QTest::addColumn<Steps>("unit");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QStringList>("stored");
-        QTest::addColumn<QStringList>("errors");
-        const QStringList defaults { "/dev/ttyUSB0", "/dev/ttyUSB1" };
-        QTest::newRow("never stored") << Steps() << QString() << defaults << QStringList();
-        QTest::newRow("stored") << Steps { "File/ZusettingsGsmPort=/dev/pts/7",
-            "File/ZusettingsGpsPort=/dev/ttyS2" }
-                                << QString() << QStringList { "/dev/pts/7", "/dev/ttyS2" } << QStringList();
-        QTest::newRow("stored empty")
-            << Steps { "File/ZusettingsGsmPort=" } << QString() << defaults << QStringList();
-        QTest::newRow("typed") << Steps() << "/dev/ttyACM0" << QStringList { "/dev/ttyACM0", "/dev/ttyUSB1" }
-                               << QStringList();
-        QTest::newRow("the unit cannot store")
-            << Steps { "ZuAuxPrivate_setFileSetting=11" } << "/dev/ttyACM0" << QStringList { "", "" }
-            << QStringList { "Error(11) in setFileSetting ZusettingsGsmPort: Flash write failed",
-                   "Error(11) in setFileSetting ZusettingsGpsPort: Flash write failed" };
+        QTest::addColumn<Scenario>("row");
+
+        const auto stored = [](const QString& gsm, const QString& gps, int code = 0) {
+            return Steps { QStringLiteral("ZuAuxPrivate_setFileSetting(\"ZusettingsGsmPort\", \"%1\") -> %2")
+                               .arg(gsm)
+                               .arg(code),
+                QStringLiteral("ZuAuxPrivate_setFileSetting(\"ZusettingsGpsPort\", \"%1\") -> %2")
+                    .arg(gps)
+                    .arg(code) };
+        };
+        QTest::newRow("never stored") << Scenario { .calls = stored("/dev/ttyUSB0", "/dev/ttyUSB1") };
+        QTest::newRow("stored") << Scenario { .steps
+            = { "File/ZusettingsGsmPort=/dev/pts/7", "File/ZusettingsGpsPort=/dev/ttyS2", "build" },
+            .calls = stored("/dev/pts/7", "/dev/ttyS2") };
+        QTest::newRow("stored empty") << Scenario { .steps = { "File/ZusettingsGsmPort=", "build" },
+            .calls = stored("/dev/ttyUSB0", "/dev/ttyUSB1") };
+        QTest::newRow("typed") << Scenario { .steps = { "lineEditGSMdev.text=/dev/ttyACM0" },
+            .calls = stored("/dev/ttyACM0", "/dev/ttyUSB1") };
+        QTest::newRow("the unit cannot store") << Scenario { .steps
+            = { "ZuAuxPrivate_setFileSetting=11", "build", "lineEditGSMdev.text=/dev/ttyACM0" },
+            .calls = stored("/dev/ttyACM0", "/dev/ttyUSB1", 11),
+            .boxes = { "Error(11) in setFileSetting ZusettingsGsmPort: Flash write failed",
+                "Error(11) in setFileSetting ZusettingsGpsPort: Flash write failed" } };
     }
 
     void devicePaths()
     {
-        QFETCH(Steps, unit);
-        QFETCH(QString, typed);
-        QFETCH(QStringList, stored);
-
-        Dialogs::Recorder recorder;
-        std::unique_ptr<tabTelematicsDlg> page = pageOn(unit);
-        if (!typed.isEmpty())
-            act(*page, recorder, "lineEditGSMdev.text=" + typed);
-        page.reset();
-        QCOMPARE(QStringList({ ZuAuxSim::value("File/ZusettingsGsmPort").toString(),
-                     ZuAuxSim::value("File/ZusettingsGpsPort").toString() }),
-            stored);
-        QTEST(recorder.texts(), "errors");
+        QFETCH(Scenario, row);
+        check(row, "^ZuAuxPrivate_setFileSetting", true);
     }
 
     // Entering the GPS sub-page starts the reader on the receiver's port;
