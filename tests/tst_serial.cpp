@@ -8,6 +8,8 @@
 #include <QTest>
 #include <QThread>
 
+#include <memory>
+
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -32,20 +34,11 @@ tcflag_t lineFlags(const termios& t)
 }
 
 // Closes the port at the end of a test, also when a comparison failed.
-struct Port {
-    explicit Port(const char* path)
-        : h(serial_open(path))
-    {
-    }
-    ~Port() { close(); }
-    void close()
-    {
-        if (h)
-            serial_close(h);
-        h = nullptr;
-    }
-    serial_t* h;
-};
+using Port = std::unique_ptr<serial_t, void (*)(serial_t*)>;
+Port openPort(const char* path)
+{
+    return Port(serial_open(path), serial_close);
+}
 
 // Runs `call` in a child process and returns what it wrote to stderr when it
 // died of SIGABRT, or "survived".
@@ -125,8 +118,8 @@ private slots:
 
         PtyDevice device;
         const termios before = device.attributes();
-        Port port(device.path());
-        serial_t* h = port.h;
+        Port port = openPort(device.path());
+        serial_t* h = port.get();
         // Reads and writes block from now on.
         QCOMPARE(fcntl(h->fd, F_GETFL) & O_NONBLOCK, 0);
         QVERIFY(!h->configured);
@@ -146,7 +139,7 @@ private slots:
             QCOMPARE(h->work.c_iflag & (IXON | IXOFF | IXANY | IGNPAR | ICRNL), tcflag_t(0));
             QCOMPARE(h->work.c_oflag & (OPOST | ONLCR), tcflag_t(0));
         }
-        port.close();
+        port.reset();
         // Closing restores what the port had before.
         const termios after = device.attributes();
         QCOMPARE(after.c_cflag, before.c_cflag);
@@ -161,8 +154,8 @@ private slots:
     void setupAgain()
     {
         PtyDevice device;
-        Port port(device.path());
-        serial_t* h = port.h;
+        const Port port = openPort(device.path());
+        serial_t* h = port.get();
         QCOMPARE(applySetting(h, { 4, 3, 2, 1 }), SERIAL_ERR_VERIFY);
         QCOMPARE(applySetting(h, { 7, 3, 0, 0 }), SERIAL_OK);
         QCOMPARE(lineFlags(device.attributes()), tcflag_t(CS8 | CREAD | CLOCAL | PARODD | CSTOPB));
@@ -209,8 +202,8 @@ private slots:
         QFETCH(int, minMs);
 
         PtyDevice device;
-        Port port(device.path());
-        serial_t* h = port.h;
+        const Port port = openPort(device.path());
+        serial_t* h = port.get();
         QCOMPARE(applySetting(h, { 4, 3, 0, 0 }), SERIAL_OK);
         QScopedPointer<QThread> sender(QThread::create([&] {
             for (qsizetype i = 0; i < pieces.size(); ++i) {
@@ -235,8 +228,8 @@ private slots:
     void write()
     {
         PtyDevice device;
-        Port port(device.path());
-        serial_t* h = port.h;
+        const Port port = openPort(device.path());
+        serial_t* h = port.get();
         QCOMPARE(applySetting(h, { 7, 3, 0, 0 }), SERIAL_OK);
         const QByteArray command("AT+CREG?\r\n", 11);
         QCOMPARE(serial_write(h, command.constData(), 11), SERIAL_OK);
@@ -305,8 +298,8 @@ private slots:
         QFETCH(QByteArray, message);
 
         PtyDevice device;
-        Port port(withHandle ? device.path() : "/dev/ttyUSB9-none");
-        serial_t* h = port.h;
+        const Port port = openPort(withHandle ? device.path() : "/dev/ttyUSB9-none");
+        serial_t* h = port.get();
         QCOMPARE(!h, !withHandle);
         const QByteArray text = abortMessage([&] { call(h); });
         QVERIFY2(text.contains(message), text.constData());
