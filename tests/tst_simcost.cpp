@@ -50,94 +50,86 @@ class tst_simcost : public QObject
 private slots:
     void init() { resetUnit(); }
 
-    void idlePolling_data();
-    void idlePolling();
-    void writesToABigFile();
-    void oldLinesDropped();
+    void idlePolling_data()
+    {
+        QTest::addColumn<QString>("profile");
+
+        QTest::newRow("full, automatic backlight") << "full";
+        // Injected codes are looked up on every call.
+        QTest::newRow("faulty") << "faulty";
+    }
+
+    void idlePolling()
+    {
+        QFETCH(QString, profile);
+        if (!installAllocationHooks())
+            QSKIP("allocations are counted through the sanitizers' allocator hooks");
+
+        const QString state = m_dir.filePath(profile + QStringLiteral(".ini"));
+        ZuAuxSim::reset(profile, state);
+        ZuAuxSim::freezeLive(true);
+        ZuAuxSim::setValue(QStringLiteral("Backlight/AutomaticBLStatus"), 1);
+        // The first tick saves the intensity the automatic backlight set.
+        pollingTick();
+        QVERIFY(allocationsOf(pollingTick) > 0);
+
+        ZuAuxSim::traceCalls(false);
+        ZuAuxSim::clearTrace();
+        const QString saved = fileStamp(state);
+        QCOMPARE(allocationsOf([] {
+            for (int tick = 0; tick < 20; ++tick)
+                pollingTick();
+        }),
+            0L);
+        QCOMPARE(fileStamp(state), saved);
+        QCOMPARE(ZuAuxSim::trace(), QStringList());
+    }
+
+    // A write appends what changed; the file is neither rewritten nor read again.
+    void writesToABigFile()
+    {
+        const QString state = m_dir.filePath(QStringLiteral("big.ini"));
+        QByteArray big = "[File]\n";
+        for (int i = 0; big.size() < 8 * 1024 * 1024; ++i)
+            big += "Setting_" + QByteArray::number(i) + "=a value that takes some room "
+                + QByteArray::number(i) + '\n';
+        QVERIFY(writeFile(state, big));
+        const QString inode = fileStamp(state).section(QLatin1Char(' '), 0, 0);
+
+        ZuAuxSim::reset(QStringLiteral("full"), state);
+        for (int i = 0; i < 200; ++i)
+            QCOMPARE(Buzzer_setVolume(GetBuzzer(), uint16_t(i % 50)), ERR_SUCCESS);
+
+        const QByteArray after = fileContents(state);
+        QVERIFY(after.startsWith(big));
+        QVERIFY2(
+            after.size() - big.size() < 200 * 16, qPrintable(QString::number(after.size() - big.size())));
+        QCOMPARE(fileStamp(state).section(QLatin1Char(' '), 0, 0), inode);
+    }
+
+    // Lines that later ones override are dropped now and then, so the file stays
+    // small; comments and lines the unit could not read stay.
+    void oldLinesDropped()
+    {
+        const QString state = m_dir.filePath(QStringLiteral("often.ini"));
+        const QByteArray mine = "; my notes\n[Buzzer]\nVolume=3\nnot a setting\n";
+        QVERIFY(writeFile(state, mine));
+
+        ZuAuxSim::reset(QStringLiteral("full"), state);
+        for (int i = 0; i < 3000; ++i)
+            QCOMPARE(Backlight_setIntensity(GetBacklight(), uint8_t(i % 7)), ERR_SUCCESS);
+        const QByteArray after = fileContents(state);
+        QVERIFY2(after.size() < 8000, qPrintable(QString::number(after.size())));
+        QVERIFY(after.startsWith(mine));
+
+        ZuAuxSim::reset(QStringLiteral("full"), state);
+        QCOMPARE(ZuAuxSim::value(QStringLiteral("Backlight/Intensity")).toInt(), 2999 % 7);
+        QCOMPARE(ZuAuxSim::value(QStringLiteral("Buzzer/Volume")).toInt(), 3);
+    }
 
 private:
     QTemporaryDir m_dir;
 };
-
-void tst_simcost::idlePolling_data()
-{
-    QTest::addColumn<QString>("profile");
-
-    QTest::newRow("full, automatic backlight") << "full";
-    // Injected codes are looked up on every call.
-    QTest::newRow("faulty") << "faulty";
-}
-
-void tst_simcost::idlePolling()
-{
-    QFETCH(QString, profile);
-    if (!installAllocationHooks())
-        QSKIP("allocations are counted through the sanitizers' allocator hooks");
-
-    const QString state = m_dir.filePath(profile + QStringLiteral(".ini"));
-    ZuAuxSim::reset(profile, state);
-    ZuAuxSim::freezeLive(true);
-    ZuAuxSim::setValue(QStringLiteral("Backlight/AutomaticBLStatus"), 1);
-    // The first tick saves the intensity the automatic backlight set.
-    pollingTick();
-    QVERIFY(allocationsOf(pollingTick) > 0);
-
-    ZuAuxSim::traceCalls(false);
-    ZuAuxSim::clearTrace();
-    const QString saved = fileStamp(state);
-    QCOMPARE(allocationsOf([] {
-        for (int tick = 0; tick < 20; ++tick)
-            pollingTick();
-    }),
-        0L);
-    QCOMPARE(fileStamp(state), saved);
-    QCOMPARE(ZuAuxSim::trace(), QStringList());
-}
-
-// A write appends what changed; the file is neither rewritten nor read again.
-void tst_simcost::writesToABigFile()
-{
-    const QString state = m_dir.filePath(QStringLiteral("big.ini"));
-    QByteArray big = "[File]\n";
-    for (int i = 0; big.size() < 8 * 1024 * 1024; ++i)
-        big += "Setting_" + QByteArray::number(i) + "=a value that takes some room " + QByteArray::number(i)
-            + '\n';
-    QFile file(state);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(big) == big.size());
-    file.close();
-    const QString inode = fileStamp(state).section(QLatin1Char(' '), 0, 0);
-
-    ZuAuxSim::reset(QStringLiteral("full"), state);
-    for (int i = 0; i < 200; ++i)
-        QCOMPARE(Buzzer_setVolume(GetBuzzer(), uint16_t(i % 50)), ERR_SUCCESS);
-
-    const QByteArray after = fileContents(state);
-    QVERIFY(after.startsWith(big));
-    QVERIFY2(after.size() - big.size() < 200 * 16, qPrintable(QString::number(after.size() - big.size())));
-    QCOMPARE(fileStamp(state).section(QLatin1Char(' '), 0, 0), inode);
-}
-
-// Lines that later ones override are dropped now and then, so the file stays
-// small; comments and lines the unit could not read stay.
-void tst_simcost::oldLinesDropped()
-{
-    const QString state = m_dir.filePath(QStringLiteral("often.ini"));
-    QFile file(state);
-    QVERIFY(
-        file.open(QIODevice::WriteOnly) && file.write("; my notes\n[Buzzer]\nVolume=3\nnot a setting\n") > 0);
-    file.close();
-
-    ZuAuxSim::reset(QStringLiteral("full"), state);
-    for (int i = 0; i < 3000; ++i)
-        QCOMPARE(Backlight_setIntensity(GetBacklight(), uint8_t(i % 7)), ERR_SUCCESS);
-    const QByteArray after = fileContents(state);
-    QVERIFY2(after.size() < 8000, qPrintable(QString::number(after.size())));
-    QVERIFY(after.startsWith("; my notes\n[Buzzer]\nVolume=3\nnot a setting\n"));
-
-    ZuAuxSim::reset(QStringLiteral("full"), state);
-    QCOMPARE(ZuAuxSim::value(QStringLiteral("Backlight/Intensity")).toInt(), 2999 % 7);
-    QCOMPARE(ZuAuxSim::value(QStringLiteral("Buzzer/Volume")).toInt(), 3);
-}
 
 QTEST_GUILESS_MAIN(tst_simcost)
 #include "tst_simcost.moc"

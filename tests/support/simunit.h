@@ -17,6 +17,9 @@ QStringList callsTo(const QString& prefix);
 // The bytes of a file, or nothing when it cannot be read.
 QByteArray fileContents(const QString& path);
 
+// Makes `path` hold exactly `bytes`; false when it cannot.
+bool writeFile(const QString& path, const QByteArray& bytes);
+
 // Everything that tells one version of a file from another: inode, size,
 // modification and change times; empty when there is no such file.
 QString fileStamp(const QString& path);
