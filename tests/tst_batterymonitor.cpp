@@ -81,8 +81,7 @@ private slots:
         QVERIFY(!MyThread::runThread);
     }
 
-    // Without a battery the monitor gives up its handle at once, and the page
-    // loses its battery tab.
+    // Without a battery the monitor gives up its handle at once.
     void noBattery()
     {
         resetUnit();
