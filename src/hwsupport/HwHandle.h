@@ -25,6 +25,7 @@ private:
 };
 
 using AboutRef = HwHandle<Korvane::AboutHandle, Korvane::GetAbout, Korvane::About_release>;
+using AdcRef = HwHandle<Korvane::AdcHandle, Korvane::GetAdc, Korvane::Adc_release>;
 using AuxVersionRef
     = HwHandle<Korvane::AuxVersionHandle, Korvane::GetAuxVersion, Korvane::AuxVersion_release>;
 using BacklightRef = HwHandle<Korvane::BacklightHandle, Korvane::GetBacklight, Korvane::Backlight_release>;

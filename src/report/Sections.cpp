@@ -1,5 +1,6 @@
 #include "report/Sections.h"
 
+#include "hwsupport/HwHandle.h"
 #include "report/Formatters.h"
 
 using namespace Korvane;
@@ -115,7 +116,7 @@ QString pmSensorLabel(int type)
 
 QString readEeprom()
 {
-    AboutHandle h = GetAbout();
+    const AboutRef h;
     QString text = QStringLiteral("Mainboard:\n");
     text += textLine(h, "Main PCB Serial", About_getMainPCBSerial);
     text += textLine(h, "Unit serial number", About_getUnitSerial);
@@ -152,13 +153,12 @@ QString readEeprom()
     text += mountedLine(h, "GPS", About_getIsGPSMounted);
     text += mountedLine(h, "Bluetooth", About_getIsBTMounted);
     text += mountedLine(h, "GSM/GPRS", About_getIsGPRSMounted);
-    About_release(h);
     return text;
 }
 
 QString readDiag()
 {
-    DiagnosticHandle h = GetDiagnostic();
+    const DiagnosticRef h;
     QString text = QStringLiteral("Diagnostic data:\n");
     eErr err;
 
@@ -214,8 +214,6 @@ QString readDiag()
     celsius = 0;
     err = Diagnostic_getPCBTemp(h, &celsius);
     text += createString(err, QStringLiteral("PCB temp"), static_cast<short>(celsius), degrees());
-
-    Diagnostic_release(h);
     return text;
 }
 
@@ -251,19 +249,20 @@ QString readAdc()
         { 23, "Voltage VMAIN" },
     };
 
-    AdcHandle h = GetAdc();
+    const AdcRef h;
     QString text = QStringLiteral("ADC values\n");
     for (const auto& entry : channels) {
         double volts = 0.0;
         const eErr err = Adc_getVoltage(h, entry.channel, &volts);
         text += createString(err, latin1(entry.label), volts, QStringLiteral("V"));
     }
-    Adc_release(h);
     return text;
 }
 
 QString readBatteryInfo()
 {
+    // Not a BatteryRef: the early answer for a unit without a battery keeps
+    // the handle, as this report always has.
     BatteryHandle h = GetBattery();
     eErr err;
 

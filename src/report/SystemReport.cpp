@@ -1,5 +1,6 @@
 #include "report/SystemReport.h"
 
+#include "hwsupport/HwHandle.h"
 #include "hwsupport/Version.h"
 #include "report/Formatters.h"
 #include "report/Sections.h"
@@ -29,20 +30,19 @@ QString versionLine(AuxVersionHandle h, const char* label, VersionQuery query)
 QString versions()
 {
     QString text = QStringLiteral("Zusettings v%1\n").arg(QLatin1String(zusettingsVersion));
-    AuxVersionHandle h = GetAuxVersion();
+    const AuxVersionRef h;
     text += versionLine(h, "Zuaux API", AuxVersion_getZuAuxVersion);
     text += versionLine(h, "Zuaux Driver", AuxVersion_getZuAuxDrvVersion);
     text += versionLine(h, "FPGA", AuxVersion_getFPGAVersion);
     text += versionLine(h, "Front uc", AuxVersion_getFrontVersion);
     text += versionLine(h, "System Supervisor", AuxVersion_getSSVersion);
     text += versionLine(h, "OS version", AuxVersion_getOSVersion);
-    AuxVersion_release(h);
     return text;
 }
 
 QString backlightSettings()
 {
-    BacklightHandle h = GetBacklight();
+    const BacklightRef h;
     QString text = QStringLiteral("Backlight:\n");
     eErr err;
 
@@ -88,13 +88,12 @@ QString backlightSettings()
             text += QStringLiteral("   Sampling mode: %1\n\n").arg(static_cast<int>(samplingMode));
         }
     }
-    Backlight_release(h);
     return text;
 }
 
 QString buzzerSettings()
 {
-    BuzzerHandle h = GetBuzzer();
+    const BuzzerRef h;
     QString text = QStringLiteral("\nBuzzer:\n");
     eErr err;
 
@@ -107,21 +106,18 @@ QString buzzerSettings()
     bool trigger = false;
     err = Buzzer_getTrigger(h, &trigger);
     text += PrintSettingInt(QStringLiteral("Trigger (On/Off)"), trigger, err);
-
-    Buzzer_release(h);
     return text;
 }
 
 QString canSettings()
 {
-    CanSettingHandle h = GetCanSetting();
+    const CanSettingRef h;
     QString text = QStringLiteral("\nCan Settings:\n");
     for (uint8_t net = 1; net <= 4; ++net) {
         uint16_t rate = 0;
         const eErr err = CanSetting_getBaudrate(h, net, &rate);
         text += PrintSettingInt(QStringLiteral("CAN%1 Baud rate").arg(net), rate, err);
     }
-    CanSetting_release(h);
     return text;
 }
 
@@ -134,7 +130,7 @@ QString buttonLine(ConfigHandle h, uint8_t button)
 
 QString configSettings()
 {
-    ConfigHandle h = GetConfig();
+    const ConfigRef h;
     QString text = QStringLiteral("\nConfig:\n");
     eErr err;
 
@@ -185,23 +181,22 @@ QString configSettings()
     // Buttons 1 to 8 are always asked for (a unit with fewer answers 2 and
     // the line vanishes); 9 and 10 only exist on units that have them.
     int buttons = 0;
-    AboutHandle about = GetAbout();
-    About_getNrOfButtons(about, &buttons);
-    About_release(about);
+    {
+        const AboutRef about;
+        About_getNrOfButtons(about, &buttons);
+    }
     for (uint8_t button = 1; button <= 8; ++button)
         text += buttonLine(h, button);
     if (buttons > 8)
         text += buttonLine(h, 9);
     if (buttons > 9)
         text += buttonLine(h, 10);
-
-    Config_release(h);
     return text;
 }
 
 QString pwmSettings()
 {
-    PWMOutHandle h = GetPWMOut();
+    const PWMOutRef h;
     QString text = QStringLiteral("\n PWM outputs:\n");
     eErr err;
     for (uint8_t channel = 1; channel <= 2; ++channel) {
@@ -232,13 +227,12 @@ QString pwmSettings()
         if (faults == 0)
             text += QStringLiteral("Status PWMOut channel 1 & 2 OK\n");
     }
-    PWMOut_release(h);
     return text;
 }
 
 QString frontLedSettings()
 {
-    FrontLEDHandle h = GetFrontLED();
+    const FrontLEDRef h;
     QString text = QStringLiteral("\nFrontLED:\n");
     eErr err;
 
@@ -273,14 +267,12 @@ QString frontLedSettings()
     err = FrontLED_getSignal(h, &frequency, &dutyCycle);
     text += PrintSettingDouble(QStringLiteral("Signal frequency"), frequency, err);
     text += PrintSettingInt(QStringLiteral("Signal duty cycle"), dutyCycle, err);
-
-    FrontLED_release(h);
     return text;
 }
 
 QString powerSettings()
 {
-    PowerHandle h = GetPower();
+    const PowerRef h;
     QString text = QStringLiteral("\nPower:\n");
     eErr err;
 
@@ -297,14 +289,12 @@ QString powerSettings()
     uint8_t video = 0;
     err = Power_getVideoPowerStatus(h, &video);
     text += PrintSettingInt(QStringLiteral("VideoPowerStatus"), video, err);
-
-    Power_release(h);
     return text;
 }
 
 QString touchScreenSettings()
 {
-    TouchScreenHandle h = GetTouchScreen();
+    const TouchScreenRef h;
     QString text = QStringLiteral("\nTouchScreen:\n");
     eErr err;
 
@@ -337,14 +327,12 @@ QString touchScreenSettings()
         }
         text += QStringLiteral("TouchScreenMode: %1\n").arg(QLatin1String(name));
     }
-
-    TouchScreen_release(h);
     return text;
 }
 
 QString telematicsSettings()
 {
-    TelematicsHandle h = GetTelematics();
+    const TelematicsRef h;
     QString text = QStringLiteral("\nTelematics:\n");
 
     int available = 0;
@@ -369,7 +357,6 @@ QString telematicsSettings()
             text += PrintSettingStatus(QLatin1String(entry.label), status, err);
         }
     }
-    Telematics_release(h);
     return text;
 }
 

@@ -1,6 +1,7 @@
 #include "report/WriteDefaultValues.h"
 
 #include "hwsupport/ErrorReport.h"
+#include "hwsupport/HwHandle.h"
 #include "hwsupport/OSSleep.h"
 #include "report/Sections.h"
 
@@ -30,49 +31,45 @@ struct Inventory {
 Inventory readInventory()
 {
     Inventory inventory;
-    AboutHandle h = GetAbout();
+    const AboutRef h;
     About_getNrOfCANConnections(h, &inventory.can);
     About_getNrOfVideoConnections(h, &inventory.video);
     About_getNrOfButtons(h, &inventory.buttons);
     About_getNrOfPWMOutConnections(h, &inventory.pwmOutputs);
     About_getNrOfCfgInConnections(h, &inventory.cfgInputs);
-    About_release(h);
     return inventory;
 }
 
 void writeBacklight()
 {
-    BacklightHandle h = GetBacklight();
+    const BacklightRef h;
     showErr(Backlight_setIntensity(h, 255), "setIntensity");
     showErr(Backlight_stopAutomaticBL(h), "stopAutomaticBL");
     showErr(Backlight_setAutomaticBLParams(h, false), "setAutomaticBLParams");
     showErr(Backlight_setAutomaticBLFilter(h, 5, 5, 50, LIGHTSENSOR_AUTO_RANGE), "setAutomaticBLFilter");
     showErr(Backlight_setLedDimming(h, ZU_ENABLED), "setLedDimming");
-    Backlight_release(h);
 }
 
 void writeBuzzer()
 {
-    BuzzerHandle h = GetBuzzer();
+    const BuzzerRef h;
     showErr(Buzzer_setFrequency(h, 700), "setFrequency");
     showErr(Buzzer_setVolume(h, 0), "setVolume");
     showErr(Buzzer_setTrigger(h, false), "setTrigger");
-    Buzzer_release(h);
 }
 
 void writeCan(uint8_t nets)
 {
-    CanSettingHandle h = GetCanSetting();
+    const CanSettingRef h;
     for (uint8_t net = 1; net <= nets && net <= maxCanNets; ++net) {
         const QByteArray label = "setBaudrate CAN" + QByteArray::number(net);
         showErr(CanSetting_setBaudrate(h, net, 125), label.constData());
     }
-    CanSetting_release(h);
 }
 
 void writeConfig(const Inventory& inventory, platformType platform)
 {
-    ConfigHandle h = GetConfig();
+    const ConfigRef h;
 
     // Whether the unit can suspend at all decides the power button's action.
     uint16_t scratch = 0;
@@ -112,69 +109,62 @@ void writeConfig(const Inventory& inventory, platformType platform)
     for (int button = std::min(inventory.buttons, maxButtons); button >= 1; --button)
         showErr(Config_setButtonFunction(h, static_cast<uint8_t>(button), BUTTON_ONLY_MP_ACTION),
             "Config_setButtonFunction");
-
-    Config_release(h);
 }
 
 void writeCfgInputs(uint8_t inputs)
 {
-    CfgInHandle h = GetCfgIn();
+    const CfgInRef h;
     for (int input = inputs; input >= 1; --input) {
         showErr(CfgIn_setMinFrequencyThreshold(h, static_cast<uint8_t>(input), 1.0f),
             "CfgIn_setMinFrequencyThreshold");
         showErr(CfgIn_setCfgInMode(h, static_cast<uint8_t>(input), CFGIN_NOT_IN_USE), "CfgIn_setCfgInMode");
     }
-    CfgIn_release(h);
 }
 
 void writePwmOutputs(uint8_t outputs)
 {
-    PWMOutHandle h = GetPWMOut();
+    const PWMOutRef h;
     for (int output = outputs; output >= 1; --output) {
         showErr(PWMOut_setPWMOutputChannelDutyCycle(h, static_cast<uint8_t>(output), 0),
             "PWMOut_setPWMOutputChannelDutyCycle");
         showErr(PWMOut_setPWMOutputChannelFrequency(h, static_cast<uint8_t>(output), 0.0f),
             "PWMOut_setPWMOutputChannelFrequency");
     }
-    PWMOut_release(h);
 }
 
 void writeFrontLed()
 {
-    FrontLEDHandle h = GetFrontLED();
+    const FrontLEDRef h;
     showErr(FrontLED_setColor(h, 0, 0, 15), "setColor");
     showErr(FrontLED_setEnabledDuringStartup(h, true), "setEnabledDuringStartup");
     showErr(FrontLED_setIdleTime(h, 0), "setIdleTime");
     showErr(FrontLED_setNrOfPulses(h, 0), "setNrOfPulses");
     showErr(FrontLED_setOffTime(h, 0), "setOffTime");
     showErr(FrontLED_setOnTime(h, 100), "setOnTime");
-    FrontLED_release(h);
 }
 
 void writeLightsensor()
 {
-    LightsensorHandle h = GetLightsensor();
+    const LightsensorRef h;
     showErr(Lightsensor_setOperatingRange(h, 0), "setOperatingRange");
-    Lightsensor_release(h);
 }
 
 void writePower(const Inventory& inventory)
 {
-    PowerHandle h = GetPower();
+    const PowerRef h;
     showErr(Power_setBLPowerStatus(h, true), "setBLPowerStatus");
     if (inventory.can != 0)
         showErr(Power_setCanPowerStatus(h, false), "setCanPowerStatus");
     showErr(Power_setExtFanPowerStatus(h, false), "setExtFanPowerStatus");
     if (inventory.video != 0)
         showErr(Power_setVideoPowerStatus(h, 0), "setVideoPowerStatus");
-    Power_release(h);
 }
 
 void writeTouchScreen()
 {
     // The touch controller needs these pauses to settle, and only takes the
     // touch profile reliably after passing through the mouse profile.
-    TouchScreenHandle h = GetTouchScreen();
+    const TouchScreenRef h;
     showErr(TouchScreen_setMode(h, TOUCH_MODE_TOUCH), "setMode");
     OSSleep(500);
     showErr(TouchScreen_setMode(h, TOUCH_MODE_MOUSE), "setMode");
@@ -183,15 +173,14 @@ void writeTouchScreen()
     OSSleep(100);
     showErr(TouchScreen_setMode(h, TOUCH_MODE_TOUCH), "setMode");
     OSSleep(500);
-    TouchScreen_release(h);
 }
 
 void writeTelematics()
 {
-    TelematicsHandle h = GetTelematics();
+    const TelematicsRef h;
     int available = 0;
     if (Telematics_getTelematicsAvailable(h, &available) == ERR_SUCCESS && available == 1) {
-        AboutHandle about = GetAbout();
+        const AboutRef about;
         bool mounted = false;
         if (About_getIsGPRSMounted(about, &mounted) == ERR_SUCCESS && mounted) {
             showErr(Telematics_setGPRSPowerStatus(h, false), "setGPRSPowerStatus");
@@ -212,9 +201,7 @@ void writeTelematics()
             showErr(Telematics_setBTPowerStatus(h, false), "setBTPowerStatus");
             showErr(Telematics_setBTStartUpPowerStatus(h, ZU_DISABLED), "setBTStartUpPowerStatus");
         }
-        About_release(about);
     }
-    Telematics_release(h);
 }
 
 } // namespace
