@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QIconEngine>
 #include <QLabel>
+#include <QLineEdit>
 
 #include <algorithm>
 #include <utility>
@@ -62,22 +63,51 @@ QIcon iconOnUse(const QString& fileName)
     return QIcon(new IconOnUseEngine(fileName));
 }
 
-bool acceptRead(
-    tabDlg* page, Korvane::eErr err, const char* where, std::initializer_list<QWidget*> hideWhenMissing)
+namespace
+{
+// What the read policy does, apart from where a failure goes: Failed is left
+// to the caller to report.
+Read classify(Korvane::eErr err, std::initializer_list<QWidget*> hide, Missing missing)
 {
     if (err == Korvane::ERR_SUCCESS)
-        return true;
-    if (err == Korvane::ERR_NOT_SUPPORTED) {
-        hideMissing(hideWhenMissing);
-        return false;
+        return Read::Value;
+    if (err != Korvane::ERR_NOT_SUPPORTED || missing == Missing::Report)
+        return Read::Failed;
+    if (missing == Missing::HideControls) {
+        hideMissing(hide);
+    } else {
+        for (QWidget* widget : hide)
+            widget->hide();
     }
-    page->showError(err, where);
-    return false;
+    return Read::Missing;
+}
+} // namespace
+
+Read takeRead(
+    tabDlg* page, Korvane::eErr err, const char* where, std::initializer_list<QWidget*> hide, Missing missing)
+{
+    const Read read = classify(err, hide, missing);
+    if (read == Read::Failed)
+        page->showError(err, where);
+    return read;
+}
+
+Read takeReadInField(QLineEdit* field, Korvane::eErr err, const char* where,
+    std::initializer_list<QWidget*> hide, Missing missing)
+{
+    const Read read = classify(err, hide, missing);
+    if (read == Read::Failed)
+        field->setText(fieldError(where, err));
+    else if (read == Read::Missing)
+        field->clear();
+    return read;
 }
 
 void hideMissing(std::initializer_list<QWidget*> widgets)
 {
     for (QWidget* widget : widgets) {
+        if (widget->isHidden())
+            continue;
         widget->hide();
         QWidget* container = widget->parentWidget();
         if (!container)

@@ -1,5 +1,5 @@
 // What the settings pages have in common beyond tabDlg: the library handles a
-// page holds for its whole life, the usual way of taking a getter's result,
+// page holds for its whole life, the one way of taking a getter's result,
 // the polling timer that runs while the page is shown, the On/Off caption of a
 // checkable switch, and texts that polling rewrites.
 #ifndef PAGESUPPORT_H
@@ -14,16 +14,39 @@
 #include <initializer_list>
 
 class QAbstractButton;
+class QLineEdit;
 class QWidget;
 
-// Takes the result of a read: true when the value may be shown. Code 2 (the
-// unit lacks the setting) hides `hideWhenMissing` without a word; any other
-// failure is reported on `page` as `where`.
-bool acceptRead(
-    tabDlg* page, Korvane::eErr err, const char* where, std::initializer_list<QWidget*> hideWhenMissing = {});
+// How a page takes a getter's result code. Success: the caller shows the
+// value. Code 2 (the unit lacks the setting): the widgets named go away
+// without a word, as `Missing` says. Anything else: reported as `where`, in a
+// box on the page or, with takeReadInField, as the field's own text.
+enum class Read { Value, Missing, Failed };
+
+enum class Missing {
+    HideControls, // the widgets, with their labels and a group left empty (hideMissing)
+    HideExactly, // the widgets named and nothing else: a row's field and label, or a field alone
+    Report, // no quiet way out: code 2 is reported like any other failure
+};
+
+Read takeRead(tabDlg* page, Korvane::eErr err, const char* where, std::initializer_list<QWidget*> hide = {},
+    Missing missing = Missing::HideControls);
+
+// The same with the failure written into `field` (fieldError) instead of a
+// box; a missing setting leaves the field empty.
+Read takeReadInField(QLineEdit* field, Korvane::eErr err, const char* where,
+    std::initializer_list<QWidget*> hide = {}, Missing missing = Missing::HideControls);
+
+// The usual case: true when the value may be shown.
+inline bool acceptRead(
+    tabDlg* page, Korvane::eErr err, const char* where, std::initializer_list<QWidget*> hide = {})
+{
+    return takeRead(page, err, where, hide) == Read::Value;
+}
 
 // Hides controls the unit lacks, with what only describes them: the labels
 // whose buddy they are, and a group box left with nothing else to show.
+// Controls hidden already are passed over.
 void hideMissing(std::initializer_list<QWidget*> widgets);
 
 // What a field shows instead of a value it could not read: "<where>: Error: "

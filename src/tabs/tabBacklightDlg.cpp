@@ -83,21 +83,16 @@ void tabBacklightDlg::onShow()
 void tabBacklightDlg::refresh()
 {
     uint8_t intensity = 0;
-    const eErr err = Backlight_getIntensity(m_backlight, &intensity);
-    if (err == ERR_SUCCESS) {
-        if (intensity != m_lastIntensity) {
-            // Moving the slider writes the intensity straight back to the
-            // unit; harmless, and it keeps slider and hardware in step.
-            ui->sliderBacklightLevel->setValue(intensity);
-            ui->labelBLLevel->setText(QString::number(intensity));
-            m_lastIntensity = intensity;
-        }
-    } else if (err == ERR_NOT_SUPPORTED) {
-        if (!ui->sliderBacklightLevel->isHidden())
-            hideMissing({ ui->sliderBacklightLevel });
-    } else {
+    const Read read = takeRead(
+        this, Backlight_getIntensity(m_backlight, &intensity), "getIntensity", { ui->sliderBacklightLevel });
+    if (read == Read::Value && intensity != m_lastIntensity) {
+        // Moving the slider writes the intensity straight back to the unit;
+        // harmless, and it keeps slider and hardware in step.
+        ui->sliderBacklightLevel->setValue(intensity);
+        ui->labelBLLevel->setText(QString::number(intensity));
+        m_lastIntensity = intensity;
+    } else if (read == Read::Failed) {
         ui->labelBLLevel->setText(QStringLiteral("0"));
-        showError(err, "getIntensity");
         m_refreshTimer->stop();
     }
 

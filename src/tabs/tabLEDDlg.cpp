@@ -113,10 +113,11 @@ void tabLEDDlg::showEvent(QShowEvent* event)
         ui->spinBoxIdleTime->setValue(idleTime * 100);
 
     ZuStatus startup = ZU_DISABLED;
-    const eErr startupErr = FrontLED_getEnabledDuringStartup(m_led, &startup);
-    if (acceptRead(this, startupErr, "getEnabledDuringStartup", { ui->groupFrontLED }))
+    const Read startupRead = takeRead(this, FrontLED_getEnabledDuringStartup(m_led, &startup),
+        "getEnabledDuringStartup", { ui->groupFrontLED });
+    if (startupRead == Read::Value)
         ui->checkEnFrontLED->setChecked(startup == ZU_ENABLED);
-    else if (startupErr != ERR_NOT_SUPPORTED)
+    else if (startupRead == Read::Failed)
         ui->groupFrontLED->setEnabled(false);
 
     // Without a signal reading the LED is taken to be off.
@@ -223,22 +224,21 @@ void tabLEDDlg::UpdateCustomColor()
     uint8_t red = 0;
     uint8_t green = 0;
     uint8_t blue = 0;
-    const eErr err = FrontLED_getColor(m_led, &red, &green, &blue);
-    if (err == ERR_SUCCESS) {
+    const Read read = takeRead(this, FrontLED_getColor(m_led, &red, &green, &blue), "FrontLED_getColor",
+        { ui->label_customcolor }, Missing::HideExactly);
+    if (read == Read::Value) {
         ui->label_customcolor->setText(QStringLiteral("R:%0 G:%1 B:%2").arg(red).arg(green).arg(blue));
         m_customColor = { red, green, blue };
         ui->buttonColorpick->setStyleSheet(QStringLiteral("* { background-color: rgb(%1,%2,%3) }")
                                                .arg(red * screenScale)
                                                .arg(green * screenScale)
                                                .arg(blue * screenScale));
-    } else if (err == ERR_NOT_SUPPORTED) {
-        ui->label_customcolor->hide();
+    } else if (read == Read::Missing) {
         m_customColor = { 0, 0, 0 };
         ui->buttonColorpick->setStyleSheet(QStringLiteral(
             "* { background-color: qlineargradient(spread:pad, x1:0, y1:0, x2:0, y2:1, stop:0 rgba(173, 173, "
             "173, 255), stop:1 rgba(95, 95, 95, 255)) }"));
     } else {
-        showError(err, "FrontLED_getColor");
         ui->label_customcolor->setText(QStringLiteral("Undefined"));
     }
 }

@@ -122,25 +122,20 @@ void tabLightSensorDlg::updateIlluminance()
     // that a tick that changes nothing allocates nothing.
     char luxText[16] = "";
     uint16_t lux = 0;
-    const eErr luxErr = Lightsensor_getAverageIlluminance(m_sensor, &lux);
-    if (luxErr == ERR_SUCCESS) {
+    const Read luxRead = takeRead(this, Lightsensor_getAverageIlluminance(m_sensor, &lux), "getIlluminance",
+        { ui->groupBoxLightsensor }, Missing::HideExactly);
+    if (luxRead == Read::Value)
         std::snprintf(luxText, sizeof luxText, "%u Lux, ", unsigned(lux));
-    } else if (luxErr == ERR_NOT_SUPPORTED) {
-        ui->groupBoxLightsensor->hide();
-    } else {
-        // The range is still read, and its text replaces the "not running"
-        // notice.
-        showError(luxErr, "getIlluminance");
-        stop();
-    }
+    else if (luxRead == Read::Failed)
+        stop(); // the range is still read, and its text replaces the "not running" notice
 
     const char* rangeText = "";
     uint8_t range = 0;
-    const eErr rangeErr = Lightsensor_getOperatingRange(m_sensor, &range);
-    if (rangeErr == ERR_SUCCESS) {
+    const Read rangeRead
+        = takeRead(this, Lightsensor_getOperatingRange(m_sensor, &range), "getOperatingRange");
+    if (rangeRead == Read::Value) {
         rangeText = range == 0 ? "Range standard" : range == 1 ? "Range extended" : "Unknown range";
-    } else if (rangeErr != ERR_NOT_SUPPORTED) {
-        showError(rangeErr, "getOperatingRange");
+    } else if (rangeRead == Read::Failed) {
         luxText[0] = '\0';
         rangeText = notRunning;
         stop();

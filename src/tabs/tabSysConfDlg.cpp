@@ -41,16 +41,13 @@ void tabSysConfDlg::showEvent(QShowEvent* event)
     tabDlg::showEvent(event);
 
     int16_t celsius = 0;
-    const eErr err = Config_getHeatingTempLimit(m_config, &celsius);
-    if (err == ERR_SUCCESS) {
+    const Read read = takeReadInField(ui->editHeatingTemp, Config_getHeatingTempLimit(m_config, &celsius),
+        "getHeatingTempLimit", { ui->groupHeating, ui->pushButton }, Missing::HideExactly);
+    if (read == Read::Value) {
         ui->editHeatingTemp->setText(QString::number(celsius));
-    } else if (err == ERR_NOT_SUPPORTED) {
-        ui->groupHeating->hide();
-        ui->pushButton->hide();
-    } else {
+    } else if (read == Read::Failed) {
         ui->groupHeating->setEnabled(false);
         ui->groupHeating->setToolTip(QStringLiteral("Requires newer SS version"));
-        ui->editHeatingTemp->setText(fieldError("getHeatingTempLimit", err));
     }
 }
 

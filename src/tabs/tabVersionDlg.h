@@ -3,8 +3,7 @@
 #ifndef TABVERSIONDLG_H
 #define TABVERSIONDLG_H
 
-#include "hwsupport/HwHandle.h"
-#include "tabs/tabDlg.h"
+#include "tabs/PageSupport.h"
 
 #include <memory>
 
@@ -24,10 +23,10 @@ protected:
 
 private:
     using Getter = Korvane::eErr (*)(Korvane::AuxVersionHandle, uint8_t*, uint8_t*, uint8_t*, uint8_t*);
-    // What a row shows when its component is absent (result 2).
-    enum class Absent { HideRow, HideField, ShowError };
-
-    void fill(Getter getter, QLineEdit* field, QLabel* label, Absent absent, const char* prefix);
+    // Shows a component's version in `field`, or its read error there. An
+    // absent component (result 2) takes away `hide`, or is an error too.
+    void fill(Getter getter, QLineEdit* field, const char* where, std::initializer_list<QWidget*> hide,
+        Missing missing = Missing::HideExactly);
 
     std::unique_ptr<Ui_tabVersion> ui;
     AuxVersionRef version;
