@@ -142,6 +142,23 @@ void presentError(const QString& text)
 const bool presenterInstalled = (setErrorPresenter(presentError), true);
 } // namespace
 
+// The next scripted answer of the living Recorder, or what a user who only
+// confirms would give.
+struct Answers {
+    static QMessageBox::StandardButton button(QMessageBox::StandardButtons offered)
+    {
+        return recorder->m_buttons.isEmpty() ? firstButton(offered) : recorder->m_buttons.takeFirst();
+    }
+    static QString fileName()
+    {
+        return recorder->m_fileNames.isEmpty() ? QString() : recorder->m_fileNames.takeFirst();
+    }
+    static QColor colour()
+    {
+        return recorder->m_colours.isEmpty() ? QColor() : recorder->m_colours.takeFirst();
+    }
+};
+
 QMessageBox::StandardButton message(QWidget* parent, QMessageBox::Icon icon, const QString& title,
     const QString& text, QMessageBox::StandardButtons buttons)
 {
@@ -154,9 +171,7 @@ QMessageBox::StandardButton message(QWidget* parent, QMessageBox::Icon icon, con
     const Showing showing;
     if (recorder) {
         recorder->shown.append({ title, text, icon, buttons });
-        if (!recorder->buttonAnswers.isEmpty())
-            return recorder->buttonAnswers.takeFirst();
-        return firstButton(buttons);
+        return Answers::button(buttons);
     }
     // On the heap: the parent page may go while the box is open.
     QPointer<QMessageBox> box = new QMessageBox(icon, title, text, buttons, parent);
@@ -180,7 +195,7 @@ QString fileName(
     if (recorder) {
         recorder->fileRequests.append(caption);
         recorder->fileDirectories.append(dir);
-        return recorder->fileAnswers.isEmpty() ? QString() : recorder->fileAnswers.takeFirst();
+        return Answers::fileName();
     }
     return choose(parent, caption, dir, filter, nullptr, QFileDialog::Options());
 }
@@ -203,7 +218,7 @@ QColor color(const QColor& initial, QWidget* parent, const QString& title)
     const Showing showing;
     if (recorder) {
         ++recorder->colorRequests;
-        return recorder->colorAnswers.isEmpty() ? QColor() : recorder->colorAnswers.takeFirst();
+        return Answers::colour();
     }
     return QColorDialog::getColor(initial, parent, title);
 }
@@ -322,17 +337,17 @@ Recorder::~Recorder()
 
 void Recorder::answer(QMessageBox::StandardButton button)
 {
-    buttonAnswers.append(button);
+    m_buttons.append(button);
 }
 
 void Recorder::answerFileName(const QString& name)
 {
-    fileAnswers.append(name);
+    m_fileNames.append(name);
 }
 
 void Recorder::answerColor(const QColor& colour)
 {
-    colorAnswers.append(colour);
+    m_colours.append(colour);
 }
 
 QStringList Recorder::texts() const

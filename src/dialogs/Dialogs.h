@@ -110,9 +110,11 @@ public:
     // The texts of the recorded boxes, for compact assertions.
     QStringList texts() const;
 
-    QList<QMessageBox::StandardButton> buttonAnswers;
-    QStringList fileAnswers;
-    QList<QColor> colorAnswers;
+private:
+    friend struct Answers; // the dialogs take the scripted answers in order
+    QList<QMessageBox::StandardButton> m_buttons;
+    QStringList m_fileNames;
+    QList<QColor> m_colours;
 };
 
 } // namespace Dialogs
