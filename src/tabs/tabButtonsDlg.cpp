@@ -1,5 +1,6 @@
 #include "tabs/tabButtonsDlg.h"
 
+#include "tabs/PictureLabel.h"
 #include "ui_tabButtonsDlg.h"
 
 #include <QFile>
@@ -270,6 +271,6 @@ void tabButtonsDlg::updateButtonStatus(int button, unsigned int value)
     if (button > m_buttons.size())
         return;
     m_buttons.at(button - 1)
-        .second->setPixmap(QPixmap(resource
+        .second->setPixmap(readPicture(resource
             + (value != 0 ? QLatin1String("Buttons_small.png") : QLatin1String("Buttons_small_off.png"))));
 }

@@ -1,5 +1,6 @@
 #include "tabs/tabIODlg.h"
 
+#include "tabs/PictureLabel.h"
 #include "ui_tabIODlg.h"
 
 #include <cmath>
@@ -88,8 +89,8 @@ void tabIODlg::updatePWMOutStatus()
         return;
     }
     if (faults != m_faults) {
-        const QPixmap fault(QStringLiteral(":/ZuSettings/Resources/agt_action_fail1.png"));
-        const QPixmap ok(QStringLiteral(":/ZuSettings/Resources/status_ok.png"));
+        const QPixmap fault = readPicture(QStringLiteral(":/ZuSettings/Resources/agt_action_fail1.png"));
+        const QPixmap ok = readPicture(QStringLiteral(":/ZuSettings/Resources/status_ok.png"));
         for (QLabel* picture : { ui->fail_1, ui->fail_2 }) {
             const bool failed = faults & (picture == ui->fail_1 ? 1 : 2);
             picture->setPixmap(failed ? fault : ok);
