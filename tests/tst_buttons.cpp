@@ -23,8 +23,6 @@ class tst_buttons : public QObject
 private slots:
     void cleanup() { checkNoWindowLeft(); }
     void initTestCase();
-    void functions_data();
-    void functions();
     void keys_data();
     void keys();
     void device_data();
@@ -74,27 +72,85 @@ struct Key {
     int value;
 };
 
-// Writes the records as the key device gives them, on this platform's layout.
-void write(const QString& fifo, const QList<Key>& keys)
+// Key records as the key device gives them, on this platform's layout.
+QByteArray records(const QList<Key>& keys)
 {
-    const int fd = ::open(QFile::encodeName(fifo).constData(), O_WRONLY | O_NONBLOCK);
-    QVERIFY2(fd >= 0, "nobody reads the FIFO");
+    QByteArray bytes;
     for (const Key& key : keys) {
         input_event record = {};
         record.type = static_cast<uint16_t>(key.type);
         record.code = static_cast<uint16_t>(key.code);
         record.value = key.value;
-        QCOMPARE(::write(fd, &record, sizeof record), static_cast<ssize_t>(sizeof record));
+        bytes.append(reinterpret_cast<const char*>(&record), sizeof record);
     }
+    return bytes;
+}
+
+void write(const QString& fifo, const QByteArray& bytes)
+{
+    const int fd = ::open(QFile::encodeName(fifo).constData(), O_WRONLY | O_NONBLOCK);
+    QVERIFY2(fd >= 0, "nobody reads the FIFO");
+    QCOMPARE(::write(fd, bytes.constData(), bytes.size()), static_cast<ssize_t>(bytes.size()));
     ::close(fd);
 }
 
-void writeBytes(const QString& fifo, const QByteArray& bytes)
+// The unit's buttons and their functions, one row per situation.
+void scenarios()
 {
-    const int fd = ::open(QFile::encodeName(fifo).constData(), O_WRONLY | O_NONBLOCK);
-    QVERIFY(fd >= 0);
-    QCOMPARE(::write(fd, bytes.constData(), bytes.size()), static_cast<ssize_t>(bytes.size()));
-    ::close(fd);
+    // Showing writes nothing back; 5 is no function and shows the first entry.
+    row("10 buttons shown",
+        { .steps = { "About/NrOfButtons=10", "build", "Config/ButtonFunction_3=6",
+              "Config/ButtonFunction_2=5", "Config/ButtonFunction_10=14", "tabButtons.show" },
+            .state = { "comboBox_B2.currentIndex=0", "comboBox_B3.currentIndex=3",
+                "comboBox_B3.currentText=Startup & action trigger", "comboBox_B10.currentIndex=7",
+                "comboBox_B5.visible=true", "comboBox_B3.count=8" } });
+    row("10 buttons: B5 is button 5, B10 button 10",
+        { .steps = { "About/NrOfButtons=10", "build", "tabButtons.show", "comboBox_B5.currentIndex=1",
+              "comboBox_B10.currentIndex=4", "comboBox_B6.currentIndex=7" },
+            .calls = { "Config_setButtonFunction(5, 2) -> 0", "Config_setButtonFunction(10, 8) -> 0",
+                "Config_setButtonFunction(6, 14) -> 0" } });
+    row("8 buttons: B6 is button 5, B5 and B10 out of use",
+        { .steps = { "About/NrOfButtons=8", "build", "Config/ButtonFunction_5=2", "tabButtons.show",
+              "comboBox_B6.currentIndex=4", "comboBox_B9.currentIndex=2", "comboBox_B5.currentIndex=1",
+              "comboBox_B10.currentIndex=1" },
+            .calls = { "Config_setButtonFunction(5, 8) -> 0", "Config_setButtonFunction(8, 4) -> 0" },
+            .state
+            = { "comboBox_B5.visible=false", "comboBox_B10.visible=false", "comboBox_B9.visible=true" } });
+    row("count unknown: 8 buttons",
+        { .steps = { "About/NrOfButtons=10", "About_getNrOfButtons=7", "build", "Config/ButtonFunction_5=12",
+              "tabButtons.show", "comboBox_B4.currentIndex=1" },
+            .calls = { "Config_setButtonFunction(4, 2) -> 0" },
+            .state = { "comboBox_B6.currentIndex=6", "comboBox_B5.visible=false" } });
+    row("3 buttons: the others out of view",
+        { .steps = { "About/NrOfButtons=3", "build", "tabButtons.show" },
+            .state
+            = { "comboBox_B3.visible=true", "comboBox_B4.visible=false", "comboBox_B9.visible=false" } });
+    // The user's choice stays on show although the unit refused it.
+    row("refused for the start-up rule",
+        { .steps = { "About/NrOfButtons=10", "build", "Config_setButtonFunction=34", "tabButtons.show",
+              "comboBox_B2.currentIndex=4" },
+            .calls = { "Config_setButtonFunction(2, 8) -> 34" },
+            .state = { "comboBox_B2.currentIndex=4" },
+            .boxes
+            = { "Button Setting not allowed in combination with the Start-up trigger. Check On/Off tab - "
+                "Unit start-up.\r\nIf the signal is not set as start-up trigger, at least one of the "
+                "buttons must be." } });
+    row("refused otherwise",
+        { .steps = { "About/NrOfButtons=10", "build", "Config_setButtonFunction=15", "tabButtons.show",
+              "comboBox_B3.currentIndex=3" },
+            .calls = { "Config_setButtonFunction(3, 6) -> 15" },
+            .boxes = { "Error(15) in Config_setButtonFuntion - button #3, function 6: Access denied" } });
+    // All eight combos are read, whatever the count.
+    Steps unreadable;
+    for (int button = 1; button <= 8; ++button)
+        unreadable << QStringLiteral(
+            "Error(7) in Config_getButtonFunction - button #%1: Communication with the "
+            "controller failed")
+                          .arg(button);
+    row("unreadable functions",
+        { .steps = { "About/NrOfButtons=3", "build", "Config_getButtonFunction=7", "tabButtons.show" },
+            .state = { "comboBox_B1.visible=true" },
+            .boxes = unreadable });
 }
 } // namespace
 
@@ -106,94 +162,6 @@ void tst_buttons::initTestCase()
     m_fifo = m_dir.filePath(QStringLiteral("event0"));
     QCOMPARE(mkfifo(QFile::encodeName(m_fifo).constData(), 0600), 0);
     qputenv("ZUSETTINGS_INPUT_DEVICE", QFile::encodeName(m_fifo));
-}
-
-// count: buttons of the unit (negative: the query fails); the row's steps run
-// on the page once it is built.
-void tst_buttons::functions_data()
-{
-    QTest::addColumn<int>("count");
-    QTest::addColumn<Scenario>("row");
-
-    // Showing writes nothing back; 5 is no function and shows the first entry.
-    QTest::newRow("10 buttons shown")
-        << 10
-        << Scenario { .steps = { "Config/ButtonFunction_3=6", "Config/ButtonFunction_2=5",
-                          "Config/ButtonFunction_10=14", "tabButtons.show" },
-               .state = { "comboBox_B2.currentIndex=0", "comboBox_B3.currentIndex=3",
-                   "comboBox_B3.currentText=Startup & action trigger", "comboBox_B10.currentIndex=7",
-                   "comboBox_B5.visible=true", "comboBox_B3.count=8" } };
-    QTest::newRow("10 buttons: B5 is button 5, B10 button 10")
-        << 10
-        << Scenario { .steps = { "tabButtons.show", "comboBox_B5.currentIndex=1",
-                          "comboBox_B10.currentIndex=4", "comboBox_B6.currentIndex=7" },
-               .calls = { "Config_setButtonFunction(5, 2) -> 0", "Config_setButtonFunction(10, 8) -> 0",
-                   "Config_setButtonFunction(6, 14) -> 0" } };
-    QTest::newRow("8 buttons: B6 is button 5, B5 and B10 out of use")
-        << 8
-        << Scenario { .steps = { "Config/ButtonFunction_5=2", "tabButtons.show", "comboBox_B6.currentIndex=4",
-                          "comboBox_B9.currentIndex=2", "comboBox_B5.currentIndex=1",
-                          "comboBox_B10.currentIndex=1" },
-               .calls = { "Config_setButtonFunction(5, 8) -> 0", "Config_setButtonFunction(8, 4) -> 0" },
-               .state
-               = { "comboBox_B5.visible=false", "comboBox_B10.visible=false", "comboBox_B9.visible=true" } };
-    QTest::newRow("count unknown: 8 buttons")
-        << -1
-        << Scenario { .steps
-               = { "Config/ButtonFunction_5=12", "tabButtons.show", "comboBox_B4.currentIndex=1" },
-               .calls = { "Config_setButtonFunction(4, 2) -> 0" },
-               .state = { "comboBox_B6.currentIndex=6", "comboBox_B5.visible=false" } };
-    QTest::newRow("3 buttons: the others out of view")
-        << 3
-        << Scenario { .steps = { "tabButtons.show" },
-               .state
-               = { "comboBox_B3.visible=true", "comboBox_B4.visible=false", "comboBox_B9.visible=false" } };
-    // The user's choice stays on show although the unit refused it.
-    QTest::newRow("refused for the start-up rule")
-        << 10
-        << Scenario { .steps
-               = { "Config_setButtonFunction=34", "tabButtons.show", "comboBox_B2.currentIndex=4" },
-               .calls = { "Config_setButtonFunction(2, 8) -> 34" },
-               .state = { "comboBox_B2.currentIndex=4" },
-               .boxes
-               = { "Button Setting not allowed in combination with the Start-up trigger. Check On/Off tab "
-                   "- Unit start-up.\r\nIf the signal is not set as start-up trigger, at least one of "
-                   "the buttons must be." } };
-    QTest::newRow("refused otherwise")
-        << 10
-        << Scenario { .steps
-               = { "Config_setButtonFunction=15", "tabButtons.show", "comboBox_B3.currentIndex=3" },
-               .calls = { "Config_setButtonFunction(3, 6) -> 15" },
-               .boxes = { "Error(15) in Config_setButtonFuntion - button #3, function 6: Access denied" } };
-    // All eight combos are read, whatever the count.
-    Steps unreadable;
-    for (int button = 1; button <= 8; ++button)
-        unreadable << QStringLiteral(
-            "Error(7) in Config_getButtonFunction - button #%1: Communication with the "
-            "controller failed")
-                          .arg(button);
-    QTest::newRow("unreadable functions")
-        << 3
-        << Scenario { .steps = { "Config_getButtonFunction=7", "tabButtons.show" },
-               .state = { "comboBox_B1.visible=true" },
-               .boxes = unreadable };
-}
-
-void tst_buttons::functions()
-{
-    QFETCH(int, count);
-    QFETCH(Scenario, row);
-
-    Dialogs::Recorder recorder;
-    const auto page = buttonsPage(count);
-    for (const QString& step : row.steps)
-        act(*page, recorder, step);
-    QCOMPARE(callsTo(QStringLiteral("Config_setButtonFunction")), row.calls);
-    QStringList state;
-    for (const QString& expected : row.state)
-        state << stateOf(*page, expected);
-    QCOMPARE(state, row.state);
-    QCOMPARE(recorder.texts(), row.boxes);
 }
 
 // The key records of F1..F10 light the picture of the button's combo while
@@ -228,7 +196,7 @@ void tst_buttons::keys()
     const auto page = buttonsPage(count);
     page->show();
     QVERIFY(pressed(*page).isEmpty());
-    write(m_fifo, keys);
+    write(m_fifo, records(keys));
     QTRY_VERIFY_WITH_TIMEOUT(pressed(*page).contains(QLatin1String("B1")), 2000);
     QTEST(pressed(*page), "pressed");
     QCOMPARE(recorder.texts(), QStringList());
@@ -263,17 +231,26 @@ void tst_buttons::device()
     page->show();
     if (path == m_fifo) {
         if (!bytes.isEmpty()) {
-            writeBytes(m_fifo, bytes);
+            write(m_fifo, bytes);
             QTRY_VERIFY_WITH_TIMEOUT(!recorder.shown.isEmpty(), 2000);
         }
-        write(m_fifo, { { EV_KEY, KEY_F2, 1 } });
+        write(m_fifo, records({ { EV_KEY, KEY_F2, 1 } }));
         QTRY_COMPARE_WITH_TIMEOUT(pressed(*page), QStringList { "B2" }, 2000);
-        write(m_fifo, { { EV_KEY, KEY_F2, 0 }, { EV_KEY, KEY_F4, 1 } });
+        write(m_fifo, records({ { EV_KEY, KEY_F2, 0 }, { EV_KEY, KEY_F4, 1 } }));
         QTRY_COMPARE_WITH_TIMEOUT(pressed(*page), QStringList { "B4" }, 2000);
     }
     QTEST(recorder.texts(), "boxes");
 }
 
 Q_DECLARE_METATYPE(Key)
-QTEST_MAIN(tst_buttons)
+
+// The page's table first, then the key device.
+int main(int argc, char** argv)
+{
+    tst_buttons keys;
+    return runPageTest(
+        argc, argv, [] { return new tabButtonsDlg(nullptr); }, QStringLiteral("Config_setButtonFunction"), {},
+        scenarios, &keys);
+}
+
 #include "tst_buttons.moc"

@@ -4,6 +4,7 @@
 #include "simunit.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QRegularExpression>
 #include <QTimer>
 #include <QWidget>
@@ -72,11 +73,18 @@ void act(QWidget& page, Dialogs::Recorder& recorder, const QString& step)
 QString stateOf(const QWidget& page, const QString& expected)
 {
     const QString path = expected.section(QLatin1Char('='), 0, 0);
+    const QByteArray property = path.section(QLatin1Char('.'), 1).toLatin1();
     const QObject* object = target(page, objectOf(expected));
-    if (!object)
-        return path + QLatin1String(": no such object");
-    return path + QLatin1Char('=')
-        + object->property(path.section(QLatin1Char('.'), 1).toLatin1().constData()).toString();
+    QString value = QStringLiteral("(gone)");
+    if (const auto* combo = qobject_cast<const QComboBox*>(object); combo && property == "items") {
+        QStringList items;
+        for (int i = 0; i < combo->count(); ++i)
+            items << combo->itemText(i);
+        value = items.join(QLatin1String(" | "));
+    } else if (object) {
+        value = object->property(property.constData()).toString();
+    }
+    return path + QLatin1Char('=') + value;
 }
 
 namespace
@@ -184,7 +192,7 @@ void row(const QString& name, const Scenario& row)
 }
 
 int runPageTest(int argc, char** argv, const std::function<QWidget*()>& pageMaker, const QString& callPattern,
-    const Steps& common, void (*rows)())
+    const Steps& common, void (*rows)(), QObject* more)
 {
     QApplication app(argc, argv);
     makePage = pageMaker;
@@ -192,7 +200,8 @@ int runPageTest(int argc, char** argv, const std::function<QWidget*()>& pageMake
     commonSteps = common;
     rows();
     tst_page test;
-    return QTest::qExec(&test, argc, argv);
+    const int failed = QTest::qExec(&test, argc, argv);
+    return more ? failed + QTest::qExec(more, argc, argv) : failed;
 }
 
 void change(const QString& setting)

@@ -14,7 +14,9 @@
 //                            (otherwise it is built first, and its calls are not)
 // Then the traced calls that match a pattern, the listed properties
 // ("object.property=value"; the page by its object name, its polling timer as
-// "timer") and the texts of the message boxes must be as the row says. What
+// "timer", a combo box's item texts as "items" joined by " | ", "(gone)" for
+// an object the page no longer has) and the texts of the message boxes must
+// be as the row says. What
 // the dialogs recorded is listed joined by " | ": "Dialogs.started" the
 // detached commands, "Dialogs.titles" the titles of the boxes,
 // "Dialogs.folders" the folders the file choosers started in,
@@ -45,12 +47,12 @@ Q_DECLARE_METATYPE(Scenario)
 // Adds a row to the table of runPageTest().
 void row(const QString& name, const Scenario& row);
 
-// Runs the table that `addRows` fills with row(). Every row starts on a reset
-// unit with a page from `makePage`, runs `common` and its steps, and compares
-// the calls that match `callPattern` (a regular expression anchored at the
-// start of a trace line).
+// Runs the table that `addRows` fills with row(), then the test object `more`
+// if one is given. Every row starts on a reset unit with a page from
+// `makePage`, runs `common` and its steps, and compares the calls that match
+// `callPattern` (a regular expression anchored at the start of a trace line).
 int runPageTest(int argc, char** argv, const std::function<QWidget*()>& makePage, const QString& callPattern,
-    const Steps& common, void (*addRows)());
+    const Steps& common, void (*addRows)(), QObject* more = nullptr);
 
 // Fails when a top-level widget is left: nothing a test opened may outlive it.
 void checkNoWindowLeft();
