@@ -2,7 +2,7 @@
 
 #include "app/PageRegistry.h"
 #include "dialogs/Dialogs.h"
-#include "tabs/PageSupport.h"
+#include "tabs/PictureLabel.h"
 #include "ui_ZuSettings.h"
 
 #include <QApplication>

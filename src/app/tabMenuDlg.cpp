@@ -1,6 +1,6 @@
 #include "app/tabMenuDlg.h"
 
-#include "tabs/PageSupport.h"
+#include "tabs/PictureLabel.h"
 #include "ui_tabMenuDlg.h"
 
 #include <QGraphicsOpacityEffect>

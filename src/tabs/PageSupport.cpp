@@ -1,67 +1,12 @@
 #include "tabs/PageSupport.h"
 
-#include "tabs/PictureLabel.h"
-
 #include <QAbstractButton>
 #include <QEvent>
 #include <QGroupBox>
-#include <QIconEngine>
 #include <QLabel>
 #include <QLineEdit>
 
 #include <algorithm>
-#include <utility>
-
-namespace
-{
-// Hands every request to the icon of the file, read at the first of them.
-class IconOnUseEngine : public QIconEngine
-{
-public:
-    explicit IconOnUseEngine(QString fileName)
-        : m_fileName(std::move(fileName))
-    {
-    }
-
-    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override
-    {
-        icon().paint(painter, rect, Qt::AlignCenter, mode, state);
-    }
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
-    {
-        return icon().pixmap(size, mode, state);
-    }
-    QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State state, qreal scale) override
-    {
-        return icon().pixmap(size, scale, mode, state);
-    }
-    QSize actualSize(const QSize& size, QIcon::Mode mode, QIcon::State state) override
-    {
-        return icon().actualSize(size, mode, state);
-    }
-    QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) override
-    {
-        return icon().availableSizes(mode, state);
-    }
-    QIconEngine* clone() const override { return new IconOnUseEngine(*this); }
-
-private:
-    const QIcon& icon()
-    {
-        if (m_icon.isNull())
-            m_icon = QIcon(readPicture(m_fileName));
-        return m_icon;
-    }
-
-    QString m_fileName;
-    QIcon m_icon;
-};
-} // namespace
-
-QIcon iconOnUse(const QString& fileName)
-{
-    return QIcon(new IconOnUseEngine(fileName));
-}
 
 namespace
 {

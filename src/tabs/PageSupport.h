@@ -8,7 +8,6 @@
 #include "hwsupport/HwHandle.h"
 #include "tabs/tabDlg.h"
 
-#include <QIcon>
 #include <QTimer>
 
 #include <initializer_list>
@@ -71,11 +70,6 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 };
-
-// An icon whose image file is read when it is first drawn, not when it is
-// made: the icons of a page cost nothing until the page is shown. Copies
-// share the image once read.
-QIcon iconOnUse(const QString& fileName);
 
 // Checks or unchecks a switch button and captions it "On" or "Off" to match.
 void showSwitch(QAbstractButton* button, bool on);

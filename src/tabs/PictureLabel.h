@@ -1,9 +1,11 @@
-// The picture label of a form. It names its picture file and reads it when
-// it is first polished, which is when its page is first shown: a page built
-// hidden decodes no image.
+// Pictures read when first used. The picture label of a form names its
+// picture file and reads it when it is first polished, which is when its page
+// is first shown: a page built hidden decodes no image. Icons likewise wait
+// until they are first drawn.
 #ifndef PICTURELABEL_H
 #define PICTURELABEL_H
 
+#include <QIcon>
 #include <QLabel>
 #include <QPixmap>
 
@@ -36,5 +38,10 @@ private:
 // cache. Only the reader of its suffix's format is asked: Qt's reader would
 // first load every image format plugin to ask each whether it reads the file.
 QPixmap readPicture(const QString& file);
+
+// An icon whose image file is read when it is first drawn, not when it is
+// made: the icons of a page cost nothing until the page is shown. Copies
+// share the image once read.
+QIcon iconOnUse(const QString& fileName);
 
 #endif // PICTURELABEL_H

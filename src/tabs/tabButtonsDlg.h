@@ -5,6 +5,7 @@
 
 #include "tabs/PageSupport.h"
 
+#include <QIcon>
 #include <QVector>
 
 #include <memory>
