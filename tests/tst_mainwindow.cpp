@@ -115,6 +115,20 @@ void tst_mainwindow::discovery()
     const tabMenuDlg form;
     auto window = std::make_unique<ZuSettings>();
 
+    // Every widget is made with the application's font: none measures its
+    // text with another one before it is polished.
+    QWidgetList widgets { window.get() };
+    widgets << window->findChildren<QWidget*>();
+    for (int i = 0; i < tabMenuDlg::tabCount; ++i) {
+        if (window->page(i))
+            widgets << window->page(i) << window->page(i)->findChildren<QWidget*>();
+    }
+    for (const QWidget* widget : widgets) {
+        const QFont font = widget->font();
+        QVERIFY2(font.family() == "Arial" && font.bold(),
+            qPrintable(widget->objectName() + ": " + font.toString()));
+    }
+
     for (int i = 1; i < tabMenuDlg::tabCount; ++i) {
         QPushButton* button = window->menu()->button(Tab(i));
         QLabel* caption = window->menu()->caption(Tab(i));

@@ -7,10 +7,10 @@
 #include <QVBoxLayout>
 
 PageWindow::PageWindow(tabDlg* page)
-    : m_page(page)
+    : QMainWindow(withApplicationFont())
+    , m_page(page)
 {
     setObjectName(QStringLiteral("PageWindow"));
-    useApplicationFont();
     setStyleSheet(applicationStyleSheet());
     setFixedSize(600, 435);
     setWindowTitle(page->windowTitle());

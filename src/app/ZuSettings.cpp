@@ -14,13 +14,12 @@
 #include <QWindow>
 
 ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
-    : QMainWindow(parent, flags)
+    : QMainWindow(withApplicationFont(parent), flags)
     , ui(new Ui_ZuSettingsClass)
     , pageLayout(new QVBoxLayout)
 {
     const Features features = discoverFeatures(about);
 
-    useApplicationFont();
     ui->setupUi(this);
     // Read when the window system asks for it, if it does.
     setWindowIcon(iconOnUse(QStringLiteral(":/ZuSettings/Resources/zu.png")));
@@ -63,12 +62,13 @@ QString applicationStyleSheet()
     return style.open(QIODevice::ReadOnly) ? QString::fromLatin1(style.readAll()) : QString();
 }
 
-void useApplicationFont()
+QWidget* withApplicationFont(QWidget* parent)
 {
     QFont font(QStringLiteral("Arial"));
     font.setBold(true);
     font.setPixelSize(14);
     QApplication::setFont(font);
+    return parent;
 }
 
 void ZuSettings::addTab(tabDlg* page, tabMenuDlg::eTab index)

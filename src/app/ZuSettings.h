@@ -65,9 +65,12 @@ private:
 // The application's style sheet, compiled in.
 QString applicationStyleSheet();
 
-// Makes bold Arial of 14 pixels the application's font. Set before a window
-// is built, every widget, box and popup starts with it and none is given it
-// again.
-void useApplicationFont();
+// Makes bold Arial of 14 pixels the application's font and returns `parent`:
+// for a window's base class, so that the font is set before the window's
+// first widget exists. A widget made earlier keeps the platform's font until
+// the style sheet gives it the application's when it is polished, and lays
+// out and measures its text with the wrong one until then. Every widget, box
+// and popup made afterwards starts with the font and none is given it again.
+QWidget* withApplicationFont(QWidget* parent = nullptr);
 
 #endif // ZUSETTINGS_H
