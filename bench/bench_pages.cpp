@@ -2,9 +2,9 @@
 // processor time of its thread (offscreen, after a warm-up window, median of
 // several rounds), which other processes on the machine hardly move: the main
 // window's first frame, then for every page of the catalogue the time it adds
-// to the first frame of a window in which it sits hidden, as every page but
-// the menu does in the main window, and the first frame of a window that
-// shows it.
+// to a window's first frame when built as the main window builds every page
+// but the menu (hidden, outside the window until shown), and the first frame
+// of a window that shows it.
 #include "benchsupport.h"
 
 #include "app/PageCatalogue.h"
@@ -14,7 +14,6 @@
 #include "tabs/tabDlg.h"
 
 #include <QApplication>
-#include <QLayout>
 
 #include <ctime>
 #include <functional>
@@ -54,15 +53,17 @@ double medianMs(const std::function<QWidget*()>& build)
     return times[times.size() / 2];
 }
 
-// A page window showing a bare page, with `hidden` built beside it, hidden.
+// A page window showing a bare page, with `hidden` built as the main window
+// builds a page it does not show yet; it goes with the window.
 QWidget* windowWithHidden(const PageClass* hidden)
 {
     auto* window = new PageWindow(new tabDlg);
     if (hidden) {
-        QWidget* holder = window->page()->parentWidget();
-        tabDlg* page = hidden->create(holder);
+        auto* unplaced = new QWidget;
+        QObject::connect(window, &QObject::destroyed, [unplaced] { delete unplaced; });
+        tabDlg* page = hidden->create(unplaced);
         page->hide();
-        holder->layout()->addWidget(page);
+        page->holdUntilShown();
     }
     return window;
 }

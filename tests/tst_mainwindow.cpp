@@ -161,10 +161,11 @@ void tst_mainwindow::discovery()
             QVERIFY(i == Tab::BUZZER ? !page : page && page->metaObject() == &tabDlg::staticMetaObject);
         else
             QCOMPARE(page ? page->windowTitle() : "none", titles[i]);
-        QVERIFY(!page || page->parentWidget() == area);
+        // Only the pages shown so far, each offered one, are in the window.
+        if (page)
+            QCOMPARE(page->parentWidget() == area, !greyed.contains(i));
     }
     if (greyed.contains(Tab::BUZZER)) {
-        QCOMPARE(area->layout()->indexOf(window->page(Tab::DISPLAY)), 8);
         // Its empty number changes nothing.
         window->showTab(Tab::VERSION);
         emit window->menu()->tabSelectionChanged(Tab::BUZZER);
@@ -353,15 +354,17 @@ void tst_mainwindow::steadyControls()
 
 // Showing the window polishes the menu, not the widgets of the hidden pages;
 // each page is polished, every widget of it, when it is first shown, and
-// only then reads its pictures.
+// only then reads its pictures. A popup is polished when it pops up.
 void tst_mainwindow::polishedWhenShown()
 {
     resetUnit("full");
     Dialogs::Recorder recorder;
     ZuSettings window;
     const auto polished = [&window](int tab) {
-        QList<QWidget*> widgets = window.page(tab)->findChildren<QWidget*>();
-        widgets << window.page(tab);
+        tabDlg* page = window.page(tab);
+        QList<QWidget*> widgets = page->findChildren<QWidget*>();
+        widgets.removeIf([page](const QWidget* w) { return w->window() != page->window(); });
+        widgets << page;
         QStringList found;
         for (QWidget* w : widgets) {
             if (w->testAttribute(Qt::WA_WState_Polished))

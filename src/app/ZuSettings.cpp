@@ -27,8 +27,10 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
     connect(ui->buttonExit, &QPushButton::clicked, this, &ZuSettings::exit);
     connect(ui->buttonMenu, &QPushButton::clicked, this, &ZuSettings::menuClicked);
 
-    // Pages are built in their place: each widget is styled once, as it is
-    // made, where moving a built page would style all of its widgets again.
+    // The menu, shown at once, is built in its place, where each widget is
+    // styled as it is made. The other pages are built outside the styled
+    // window and join it when first shown (showTab): a widget made inside it
+    // has its style rules matched as it is made, shown or not.
     ui->tabWidget->setLayout(pageLayout);
     auto* menu = new tabMenuDlg(ui->tabWidget);
     addTab(menu, tabMenuDlg::MENU);
@@ -42,14 +44,14 @@ ZuSettings::ZuSettings(QWidget* parent, Qt::WindowFlags flags)
 void ZuSettings::offer(tabMenuDlg& menu, const PageRow& row, bool present)
 {
     if (present && row.make) {
-        addTab(row.make(ui->tabWidget), row.number);
+        addTab(row.make(&unplaced), row.number);
         if (row.caption)
             menu.setCaption(row.number, QCoreApplication::translate("tabMenu", row.caption));
         if (row.icon)
             menu.setIcon(row.number, QString::fromLatin1(row.icon));
         return;
     }
-    addTab(new tabDlg(ui->tabWidget), row.placeholder < 0 ? row.number : tabMenuDlg::eTab(row.placeholder));
+    addTab(new tabDlg(&unplaced), row.placeholder < 0 ? row.number : tabMenuDlg::eTab(row.placeholder));
     const char* toolTip = present && row.presentToolTip ? row.presentToolTip : row.toolTip;
     menu.grey(row.number, QString::fromLatin1(row.greyIcon ? row.greyIcon : ""), tr(toolTip));
 }
@@ -75,7 +77,6 @@ void ZuSettings::addTab(tabDlg* page, tabMenuDlg::eTab index)
 {
     page->hide();
     page->holdUntilShown();
-    pageLayout->addWidget(page);
     pages[index] = page;
 }
 
@@ -96,6 +97,8 @@ void ZuSettings::showTab(int index)
         return;
     if (pages[current])
         pages[current]->hide();
+    if (pageLayout->indexOf(next) < 0)
+        pageLayout->addWidget(next);
     next->show();
     ui->tabTitle->setText(next->windowTitle());
     current = index;

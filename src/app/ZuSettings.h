@@ -21,8 +21,9 @@ public:
     explicit ZuSettings(QWidget* parent = nullptr, Qt::WindowFlags flags = Qt::WindowFlags());
     ~ZuSettings() override;
 
-    // Registers `page` under `index`, replacing any earlier entry there (the
-    // earlier page stays in the layout, hidden).
+    // Registers `page`, hidden, under `index`, replacing any earlier entry
+    // there (the earlier page stays, hidden). A page joins the page layout
+    // when it is first shown.
     void addTab(tabDlg* page, tabMenuDlg::eTab index);
 
     // The page registered under `index`, or null.
@@ -55,6 +56,9 @@ private:
     void offer(tabMenuDlg& menu, const PageRow& row, bool present);
 
     std::unique_ptr<Ui_ZuSettingsClass> ui;
+    // The parent of the pages not yet shown: never shown itself, and without
+    // the window's style sheet.
+    QWidget unplaced;
     tabDlg* pages[tabMenuDlg::tabCount] = {};
     QVBoxLayout* pageLayout;
     int current = tabMenuDlg::MENU;

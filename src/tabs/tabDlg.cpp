@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QEvent>
-#include <QLayout>
 #include <QPointer>
 
 #include <utility>
@@ -42,10 +41,11 @@ void tabDlg::showError(QString text)
     Dialogs::message(this, QMessageBox::Critical, m_caption, text);
 }
 
-// Showing a window polishes every widget inside it, hidden or not, parents
-// before their children. Installed on a held page and each of its widgets,
-// this takes those polish requests and gives them back, in their order, when
-// the page is first shown.
+// Every widget asks to be polished when the event loop next runs after it is
+// made, and showing a window polishes every widget inside it, hidden or not,
+// parents before their children. Installed on a held page and each of its
+// widgets, this takes those polish requests and gives them back, in their
+// order, when the page is first shown.
 class HeldPolish : public QObject
 {
 public:
@@ -84,20 +84,13 @@ private:
 
 void tabDlg::holdUntilShown()
 {
-    for (QLayout* layout : findChildren<QLayout*>())
-        layout->setEnabled(false);
     if (!m_held)
         m_held = new HeldPolish(this);
 }
 
 void tabDlg::setVisible(bool visible)
 {
-    // Showing polishes what the page held back and lays out every layout
-    // enabled again, this page's first.
-    if (visible && m_held) {
+    if (visible && m_held)
         std::exchange(m_held, nullptr)->release();
-        for (QLayout* layout : findChildren<QLayout*>())
-            layout->setEnabled(true);
-    }
     QDialog::setVisible(visible);
 }

@@ -21,10 +21,8 @@ public:
     // Shows a ready-made text.
     void showError(QString text);
 
-    // Keeps a hidden page out of its window's first frame: until the page is
-    // first shown, its layouts ignore the resize events that the frame sends
-    // to every widget in the window, shown or not, and its widgets are not
-    // polished with the window's.
+    // Keeps a hidden page's widgets unpolished until the page is first shown,
+    // where they are polished with the style they have then.
     void holdUntilShown();
     void setVisible(bool visible) override;
 
