@@ -27,8 +27,8 @@ done
 
 # The pictures are stored uncompressed (unfiltered rows in stored zlib
 # blocks): a few kilobytes more each, read without inflating on the first
-# frame, which draws about twenty of them. The menu icons are drawn at the
-# size the menu shows them, 60 x 60, so that none is scaled either.
+# frame, which draws about twenty of them. The menu icons' SVGs give the size
+# the menu shows them, 60 x 60, so that none is scaled either.
 python3 - "$out"/*.png <<'PY'
 import struct, sys, zlib
 
