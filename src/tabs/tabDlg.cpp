@@ -23,7 +23,8 @@ tabDlg::tabDlg(QWidget* parent)
     , m_caption(QStringLiteral("Zusettings"))
 {
     // A page with a parent lives inside it, not in a window of its own; made
-    // so while it has no children, it is never moved again.
+    // so while it has no children, it stays so when the main window later
+    // moves it from where it was built into its page layout.
     if (parent)
         setWindowFlags(windowFlags() & ~Qt::WindowType_Mask);
     Dialogs::watchPresses();
