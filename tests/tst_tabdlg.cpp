@@ -2,8 +2,11 @@
 #include "hwsupport/OSSleep.h"
 #include "pagecheck.h"
 #include "tabs/PageSupport.h"
+#include "tabs/PictureLabel.h"
 #include "tabs/tabDlg.h"
 
+#include <QDirIterator>
+#include <QImageReader>
 #include <QTest>
 
 #include <atomic>
@@ -58,6 +61,7 @@ private slots:
     void sleep_data();
     void sleep();
     void pageTimer();
+    void pictures();
 };
 
 void tst_tabdlg::failureDialogs_data()
@@ -154,6 +158,26 @@ void tst_tabdlg::pageTimer()
     QVERIFY(timer->isActive());
     page.hide();
     QVERIFY(!timer->isActive());
+}
+
+// Every PNG picture of the resources comes decoded with the program, with the
+// pixels Qt's PNG reader gives.
+void tst_tabdlg::pictures()
+{
+    QStringList resources;
+    QDirIterator files(QStringLiteral(":/ZuSettings/Resources"), { QStringLiteral("*.png") });
+    while (files.hasNext())
+        resources << files.next();
+    resources.sort();
+    QStringList table;
+    for (int i = 0; i < predecodedPictureCount; ++i)
+        table << QString::fromLatin1(predecodedPictures[i].path);
+    QCOMPARE(table, resources);
+    for (const QString& path : std::as_const(resources)) {
+        QImageReader reader(path, "png");
+        const QImage decoded = QPixmap::fromImage(reader.read()).toImage();
+        QVERIFY2(!decoded.isNull() && readPicture(path).toImage() == decoded, qPrintable(path));
+    }
 }
 
 QTEST_MAIN(tst_tabdlg)

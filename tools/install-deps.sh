@@ -6,7 +6,7 @@
 set -euo pipefail
 
 packages=(
-    cmake g++ make ccache
+    cmake g++ make ccache python3
     qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev libfontconfig-dev
     fonts-liberation fonts-liberation2
 )

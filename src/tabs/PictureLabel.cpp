@@ -6,6 +6,7 @@
 #include <QImageReader>
 #include <QPixmapCache>
 
+#include <algorithm>
 #include <utility>
 
 PictureLabel::PictureLabel(QWidget* parent)
@@ -45,14 +46,32 @@ void PictureLabel::showPicture()
         setPixmap(readPicture(m_picture));
 }
 
+namespace
+{
+const PredecodedPicture* predecoded(const QString& file)
+{
+    const PredecodedPicture* end = predecodedPictures + predecodedPictureCount;
+    const PredecodedPicture* found = std::lower_bound(
+        predecodedPictures, end, file, [](const PredecodedPicture& picture, const QString& path) {
+            return QLatin1StringView(picture.path) < path;
+        });
+    return found != end && QLatin1StringView(found->path) == file ? found : nullptr;
+}
+} // namespace
+
 QPixmap readPicture(const QString& file)
 {
     QPixmap pixmap;
     if (QPixmapCache::find(file, &pixmap))
         return pixmap;
-    QImageReader reader(file, QFileInfo(file).suffix().toLatin1());
-    reader.setAutoDetectImageFormat(false);
-    pixmap = QPixmap::fromImage(reader.read());
+    if (const PredecodedPicture* picture = predecoded(file)) {
+        pixmap = QPixmap::fromImage(QImage(
+            picture->rgba, picture->width, picture->height, picture->width * 4, QImage::Format_RGBA8888));
+    } else {
+        QImageReader reader(file, QFileInfo(file).suffix().toLatin1());
+        reader.setAutoDetectImageFormat(false);
+        pixmap = QPixmap::fromImage(reader.read());
+    }
     if (!pixmap.isNull())
         QPixmapCache::insert(file, pixmap);
     return pixmap;

@@ -35,9 +35,22 @@ private:
 };
 
 // The image of a compiled-in file, read once and then kept in the pixmap
-// cache. Only the reader of its suffix's format is asked: Qt's reader would
-// first load every image format plugin to ask each whether it reads the file.
+// cache. The PNG pictures of the resources come decoded with the program
+// (below); any other file is read by the reader of its suffix's format alone:
+// Qt's reader would first load every image format plugin to ask each whether
+// it reads the file.
 QPixmap readPicture(const QString& file);
+
+// A PNG picture of the resources, decoded when the program was built: its
+// resource path, size and 8-bit RGBA rows. The table is sorted by path.
+struct PredecodedPicture {
+    const char* path;
+    int width;
+    int height;
+    const unsigned char* rgba;
+};
+extern const PredecodedPicture predecodedPictures[];
+extern const int predecodedPictureCount;
 
 // An icon whose image file is read when it is first drawn, not when it is
 // made: the icons of a page cost nothing until the page is shown. Copies
