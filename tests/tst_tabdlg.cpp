@@ -173,10 +173,15 @@ void tst_tabdlg::pictures()
     for (int i = 0; i < predecodedPictureCount; ++i)
         table << QString::fromLatin1(predecodedPictures[i].path);
     QCOMPARE(table, resources);
-    for (const QString& path : std::as_const(resources)) {
+    for (int i = 0; i < predecodedPictureCount; ++i) {
+        const QString& path = resources.at(i);
         QImageReader reader(path, "png");
         const QImage decoded = QPixmap::fromImage(reader.read()).toImage();
-        QVERIFY2(!decoded.isNull() && readPicture(path).toImage() == decoded, qPrintable(path));
+        const QImage shown = readPicture(path).toImage();
+        QVERIFY2(!decoded.isNull() && shown == decoded, qPrintable(path));
+        // Drawn from the table itself, not from a copy of it.
+        QVERIFY2(shown.constBits() == reinterpret_cast<const uchar*>(predecodedPictures[i].argb),
+            qPrintable(path));
     }
 }
 

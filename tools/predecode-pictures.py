@@ -4,9 +4,11 @@
     predecode-pictures.py <resources.qrc> <output.cpp>
 
 The output defines `predecodedPictures`: for each PNG of the resource file its
-resource path, its size and its pixels as 8-bit RGBA rows, the bytes a
-QImage::Format_RGBA8888 image holds. The program draws those instead of
-decoding the PNG when a picture is first shown. The build runs this script
+resource path, its size and its pixels as premultiplied 32-bit ARGB words, the
+words a QImage::Format_ARGB32_Premultiplied image holds, each rounded as Qt
+premultiplies. The program draws those instead of decoding the PNG when a
+picture is first shown, and without copying them: they are the pixel format
+Qt paints from. The build runs this script
 whenever a picture or the resource file changes, so the two never differ.
 Pictures must be 8-bit RGBA PNGs without interlacing, as
 tools/render-images.sh writes them.
@@ -60,6 +62,19 @@ def decode(path):
     return width, height, b"".join(rows)
 
 
+def premultiplied(rgba):
+    """Returns the premultiplied ARGB words of 8-bit RGBA pixels."""
+    words = []
+    for i in range(0, len(rgba), 4):
+        alpha = rgba[i + 3]
+        word = alpha << 24
+        for shift, value in ((16, rgba[i]), (8, rgba[i + 1]), (0, rgba[i + 2])):
+            product = value * alpha
+            word |= ((product + (product >> 8) + 0x80) >> 8) << shift
+        words.append(word)
+    return words
+
+
 def pictures(qrc):
     """Yields the resource path and the file of each PNG in a resource file."""
     folder = os.path.dirname(os.path.abspath(qrc))
@@ -86,9 +101,10 @@ def main():
     table = []
     for index, (name, path) in enumerate(entries):
         width, height, pixels = decode(path)
-        lines.append(f"alignas(4) const unsigned char picture{index}[] = {{")
-        for start in range(0, len(pixels), 24):
-            lines.append("    " + ", ".join(str(byte) for byte in pixels[start : start + 24]) + ",")
+        words = premultiplied(pixels)
+        lines.append(f"const unsigned int picture{index}[] = {{")
+        for start in range(0, len(words), 8):
+            lines.append("    " + ", ".join(f"0x{word:08x}" for word in words[start : start + 8]) + ",")
         lines.append("};")
         table.append(f'    {{ "{name}", {width}, {height}, picture{index} }},')
     lines += ["} // namespace", "", "const PredecodedPicture predecodedPictures[] = {"]

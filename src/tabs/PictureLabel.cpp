@@ -65,8 +65,9 @@ QPixmap readPicture(const QString& file)
     if (QPixmapCache::find(file, &pixmap))
         return pixmap;
     if (const PredecodedPicture* picture = predecoded(file)) {
-        pixmap = QPixmap::fromImage(QImage(
-            picture->rgba, picture->width, picture->height, picture->width * 4, QImage::Format_RGBA8888));
+        // The pixmap draws from the program's own read-only pixels.
+        pixmap = QPixmap::fromImage(QImage(reinterpret_cast<const uchar*>(picture->argb), picture->width,
+            picture->height, picture->width * 4, QImage::Format_ARGB32_Premultiplied));
     } else {
         QImageReader reader(file, QFileInfo(file).suffix().toLatin1());
         reader.setAutoDetectImageFormat(false);

@@ -42,12 +42,14 @@ private:
 QPixmap readPicture(const QString& file);
 
 // A PNG picture of the resources, decoded when the program was built: its
-// resource path, size and 8-bit RGBA rows. The table is sorted by path.
+// resource path, size and premultiplied ARGB pixels, the words of
+// QImage::Format_ARGB32_Premultiplied, which pixmaps draw from as they stand.
+// The table is sorted by path.
 struct PredecodedPicture {
     const char* path;
     int width;
     int height;
-    const unsigned char* rgba;
+    const unsigned int* argb;
 };
 extern const PredecodedPicture predecodedPictures[];
 extern const int predecodedPictureCount;
