@@ -1,6 +1,8 @@
 // Running and measuring shared by the benchmarks: a program is started several
 // times on a throw-away simulated unit, and the median wall time and the
-// largest peak resident memory of its runs are reported.
+// largest peak resident memory of its runs are reported. Against a floor, the
+// ratio is the median of the ratios of runs made one after the other, which
+// holds when the machine's speed drifts during the measurement.
 #ifndef BENCHSUPPORT_H
 #define BENCHSUPPORT_H
 
@@ -32,7 +34,24 @@ struct Sample {
 struct Summary {
     double medianMs = 0;
     long peakKiB = 0;
+    std::vector<double> runMs; // in the order the runs were made
 };
+
+inline double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.empty() ? 0 : values[values.size() / 2];
+}
+
+// The median, over the runs, of a run of `program` against the floor's run
+// made just before it.
+inline double medianRatio(const Summary& program, const Summary& floor)
+{
+    std::vector<double> ratios;
+    for (size_t i = 0; i < program.runMs.size() && i < floor.runMs.size(); ++i)
+        ratios.push_back(program.runMs[i] / floor.runMs[i]);
+    return median(ratios);
+}
 
 // Offscreen, no trace, and a unit state that lives in `dir`; the profile is
 // "full" unless ZUAUX_SIM_PROFILE names another.
@@ -142,7 +161,6 @@ struct Program {
 inline bool measure(const std::vector<Program>& programs, int runs, std::vector<Summary>& summaries,
     const char* marker = nullptr, const std::function<bool()>& ranWell = {})
 {
-    std::vector<std::vector<double>> times(programs.size());
     summaries.assign(programs.size(), Summary());
     for (int i = 0; i < runs; ++i) {
         for (size_t p = 0; p < programs.size(); ++p) {
@@ -152,13 +170,12 @@ inline bool measure(const std::vector<Program>& programs, int runs, std::vector<
                     "%s: run %d failed (%s)\n", programs[p].label, i + 1, programs[p].command[0].c_str());
                 return false;
             }
-            times[p].push_back(s.ms);
+            summaries[p].runMs.push_back(s.ms);
             summaries[p].peakKiB = std::max(summaries[p].peakKiB, s.peakKiB);
         }
     }
     for (size_t p = 0; p < programs.size(); ++p) {
-        std::sort(times[p].begin(), times[p].end());
-        summaries[p].medianMs = times[p][times[p].size() / 2];
+        summaries[p].medianMs = median(summaries[p].runMs);
         std::printf("%-16s %8.1f ms (median of %d)   peak memory %8ld KiB\n", programs[p].label,
             summaries[p].medianMs, runs, summaries[p].peakKiB);
     }
